@@ -1,0 +1,99 @@
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+#include "platform/files.h"
+#include "platform/error.h"
+#include "platform/posix/host_path.h"
+#include "platform/posix/name_case.h"
+
+namespace rvl::platform {
+namespace {
+
+/// Matches * and ? without regard to case, in linear time over the last star.
+bool MatchesWildcard(TextView name, TextView pattern) {
+    std::size_t n = 0, p = 0, starPattern = TextView::npos, starName = 0;
+    while (n < name.size()) {
+        if (p < pattern.size() && pattern[p] == '*') {
+            starPattern = p++;
+            starName = n;
+        } else if (p < pattern.size() && (pattern[p] == '?' || LowerLatin1(pattern[p]) == LowerLatin1(name[n]))) {
+            ++n, ++p;
+        } else if (starPattern != TextView::npos) {
+            p = starPattern + 1;
+            n = ++starName;
+        } else {
+            return false;
+        }
+    }
+    return pattern.find_first_not_of('*', p) == TextView::npos;
+}
+
+std::uint32_t AttributesOf(const Text& name, const struct stat& status) {
+    const bool isFolder = S_ISDIR(status.st_mode);
+    std::uint32_t attributes = isFolder ? kAttributeDirectory : kAttributeArchive;
+    if ((status.st_mode & 0222) == 0) attributes |= kAttributeReadOnly;
+    if (name.size() > 1 && name[0] == '.' && name != "..") attributes |= kAttributeHidden;
+    return attributes;
+}
+
+/// Creation time is the status-change time: what every file system here keeps and never reads in the future.
+std::optional<DirectoryEntry> EntryOf(const std::string& folder, const std::string& hostName) {
+    struct stat status {};
+    const std::string host = folder + "/" + hostName;
+    if (stat(host.c_str(), &status) != 0 && lstat(host.c_str(), &status) != 0) return std::nullopt;
+    try {
+        const Text name = TextFromUtf8(hostName);
+        const std::int64_t size = S_ISDIR(status.st_mode) ? 0 : status.st_size;
+        return DirectoryEntry{name,
+                              size,
+                              AttributesOf(name, status),
+                              std::min(status.st_ctim.tv_sec, status.st_mtim.tv_sec),
+                              status.st_mtim.tv_sec,
+                              status.st_atim.tv_sec};
+    } catch (const Error&) {
+        return std::nullopt;  // the name is no Text
+    }
+}
+
+std::vector<DirectoryEntry> MatchFolder(const std::string& folder, TextView pattern) {
+    std::vector<DirectoryEntry> entries;
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.c_str()), closedir);
+    while (const dirent* row = directory ? readdir(directory.get()) : nullptr) {
+        std::optional<DirectoryEntry> entry = EntryOf(folder, row->d_name);
+        if (entry && MatchesWildcard(entry->name, pattern)) entries.push_back(std::move(*entry));
+    }
+    std::sort(entries.begin(), entries.end(), [](const DirectoryEntry& a, const DirectoryEntry& b) {
+        return std::lexicographical_compare(a.name.begin(), a.name.end(), b.name.begin(), b.name.end(),
+                                            [](char x, char y) { return LowerLatin1(x) < LowerLatin1(y); });
+    });
+    return entries;
+}
+
+/// A path without wildcards names one entry; with a trailing separator or for a drive's root, none.
+std::vector<DirectoryEntry> MatchOne(const Text& path, TextView lastStep) {
+    const std::string host = HostPath(path);
+    if (host.empty() || lastStep.empty()) return {};
+    const std::size_t slash = host.rfind('/');
+    std::optional<DirectoryEntry> entry = EntryOf(host.substr(0, slash), host.substr(slash + 1));
+    if (!entry) return {};
+    return {std::move(*entry)};
+}
+
+}  // namespace
+
+std::vector<DirectoryEntry> FindEntries(const Text& pattern) {
+    const std::size_t separator = pattern.find_last_of("\\/:");
+    const std::size_t begin = separator == Text::npos ? 0 : separator + 1;
+    TextView lastStep = TextView(pattern).substr(begin);
+    if (lastStep.find_first_of("*?") == TextView::npos) return MatchOne(pattern, lastStep);
+    if (lastStep == "*.*") lastStep = "*";  // every name, with or without a dot
+    const std::string folder = HostPath(begin == 0 ? Text(".") : pattern.substr(0, begin));
+    return folder.empty() ? std::vector<DirectoryEntry>{} : MatchFolder(folder, lastStep);
+}
+
+}  // namespace rvl::platform

@@ -1,0 +1,39 @@
+#include "platform/posix/workstation_root.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace rvl::platform {
+namespace {
+
+std::string Environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+std::string ChooseRoot() {
+    if (std::string root = Environment("RVL_ROOT"); !root.empty()) return root;
+    if (geteuid() == 0) return "/var/lib/rvlclient";
+    if (const std::string data = Environment("XDG_DATA_HOME"); !data.empty()) return data + "/rvlclient";
+    return Environment("HOME") + "/.local/share/rvlclient";
+}
+
+std::string CreateRoot() {
+    std::error_code ignored;
+    std::filesystem::path root = std::filesystem::absolute(ChooseRoot(), ignored).lexically_normal();
+    std::filesystem::create_directories(root / "drive_c", ignored);
+    std::string text = root.string();
+    while (text.size() > 1 && text.back() == '/') text.pop_back();
+    return text;
+}
+
+}  // namespace
+
+const std::string& WorkstationRoot() {
+    static const std::string root = CreateRoot();
+    return root;
+}
+
+}  // namespace rvl::platform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/text.h"
+
+namespace rvl::platform {
+
+/// The argument text after the program name; call once from main, before anything reads CommandLine.
+void SetCommandLine(int argc, const char* const* argv);
+Text CommandLine();
+
+Text ExecutablePath();  ///< full path of the running executable
+std::uint32_t ProcessId();
+
+/// Ends the process at once: no further events, no destructors.
+[[noreturn]] void ExitProcessNow(int code);
+
+/// Writes a line where a person who started the program in a terminal sees it.
+void WriteStandardError(const Text& line);
+
+/// True when windows can be shown.
+bool HasDisplay();
+
+/// Opens a web page or document with the shell's default handler; false when there is none.
+bool OpenDocument(const Text& address);
+
+/// Seeds and other numbers nobody can guess.
+std::uint64_t SystemRandom();
+
+}  // namespace rvl::platform

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/text.h"
+
+namespace rvl::platform {
+
+/// The shell's numbers of the special folders.
+enum class SpecialFolder {
+    StartMenuPrograms = 2,
+    CommonDesktop = 25,
+    Desktop = 16,
+    RoamingAppData = 26,
+    LocalAppData = 28,
+    CommonAppData = 35,
+    Windows = 36,
+    System = 37,
+    ProgramFiles = 38,
+};
+
+/// File-system path of the folder; empty when the system has none.
+Text SpecialFolderPath(SpecialFolder folder);
+
+}  // namespace rvl::platform
