@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/text.h"
+
+namespace rvl {
+
+/// What a socket or operating-system error number means, in one line; empty when nobody knows it.
+Text GetErrorString(std::int32_t number);
+
+}  // namespace rvl

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/text.h"
+
+namespace rvl {
+
+/// One unit of every link: the text context + NUL + command + NUL + params.
+struct Message {
+    Text context;  ///< conversation it belongs to, often empty; no NUL
+    Text command;  ///< no NUL
+    Text params;   ///< arguments joined with NUL (util/parameters.h)
+};
+
+/// Raises an error when the context or the command holds a NUL.
+Text MakeMessage(TextView context, TextView command, TextView params);
+
+/// Never fails: what has no NUL is all context. The command comes out trimmed and in upper case. Taken by
+/// value so that large parameters stay in the buffer they arrived in.
+Message SplitMessage(Text message);
+
+/// The four bytes of a value, least significant first. StringToLong raises an error for another length.
+Text LongToString(std::int32_t value);
+std::int32_t StringToLong(TextView text);
+
+}  // namespace rvl
