@@ -1,0 +1,51 @@
+#include "runtime/dialogs.h"
+
+#include <array>
+
+#include "platform/process.h"
+
+namespace rvl {
+namespace {
+
+class StandardErrorDialogs : public Dialogs {
+ public:
+    int ShowMessageBox(const Text& prompt, int style, const Text& title, bool) override {
+        platform::WriteStandardError(title + ": " + prompt);
+        return DefaultButton(style);
+    }
+
+    void ShowErrorDialog(const ErrorDialogTexts& texts) override {
+        platform::WriteStandardError("Error " + texts.errorCode + " from " + texts.source + " in " +
+                                     texts.function + ": " + texts.message);
+    }
+
+    bool IsInteractive() const override { return false; }
+};
+
+Dialogs* g_dialogs = nullptr;
+
+constexpr std::array<std::array<int, 3>, 6> kButtonSets = {{
+    {kOk, kOk, kOk},
+    {kOk, kCancel, kCancel},
+    {kAbort, kRetry, kIgnore},
+    {kYes, kNo, kCancel},
+    {kYes, kNo, kNo},
+    {kRetry, kCancel, kCancel},
+}};
+
+}  // namespace
+
+Dialogs& CurrentDialogs() {
+    static StandardErrorDialogs standardError;
+    return g_dialogs != nullptr ? *g_dialogs : standardError;
+}
+
+void InstallDialogs(Dialogs* dialogs) { g_dialogs = dialogs; }
+
+int DefaultButton(int style) {
+    const std::size_t set = static_cast<std::size_t>(style) & 0xF;
+    const int position = (style & kDefaultThird) != 0 ? 2 : (style & kDefaultSecond) != 0 ? 1 : 0;
+    return set < kButtonSets.size() ? kButtonSets[set][static_cast<std::size_t>(position)] : kOk;
+}
+
+}  // namespace rvl

@@ -1,0 +1,82 @@
+#include "runtime/folders.h"
+
+#include <algorithm>
+
+#include "platform/files.h"
+#include "runtime/file.h"
+#include "util/error_text.h"
+#include "util/handle_error.h"
+#include "util/path_text.h"
+
+namespace rvl {
+namespace {
+
+bool IsSeparator(char character) { return character == '\\' || character == '/'; }
+
+/// Where the first level that may be created begins: behind "C:\" and behind "\\server\".
+std::size_t FirstLevel(const Text& path) {
+    if (path.size() >= 2 && path[1] == ':') return std::min<std::size_t>(3, path.size());
+    if (path.substr(0, 2) != "\\\\") return IsSeparator(path[0]) ? 1 : 0;
+    const std::size_t server = path.find('\\', 2);
+    return server == Text::npos ? path.size() : server + 1;
+}
+
+void CreateLevel(const Text& level) {
+    constexpr int kAlreadyExists = 183;
+    if (platform::DirectoryExists(level)) return;
+    const int code = platform::MakeDirectory(level);
+    if (code == 0 || (code == kAlreadyExists && platform::DirectoryExists(level))) return;
+    throw Error(code, "Util.CreateLongDirectory", GetErrorString(code) + " (\"" + level + "\")");
+}
+
+void CreateLevels(const Text& path) {
+    constexpr int kPathNotFound = 3;
+    if (path.empty()) throw Error(kPathNotFound, "Util.CreateLongDirectory", GetErrorString(kPathNotFound));
+    for (std::size_t end = FirstLevel(path); end < path.size();) {
+        while (end < path.size() && !IsSeparator(path[end])) ++end;
+        CreateLevel(path.substr(0, end));
+        while (end < path.size() && IsSeparator(path[end])) ++end;
+    }
+    if (!platform::DirectoryExists(path))
+        throw Error(kPathNotFound, "Util.CreateLongDirectory", GetErrorString(kPathNotFound));
+}
+
+}  // namespace
+
+bool FileExists(const Text& path) { return platform::FileExists(path); }
+
+bool DirExists(const Text& path) { return platform::DirectoryExists(path); }
+
+std::int64_t FileLen(const Text& path) {
+    std::int64_t bytes = 0;
+    if (platform::FileLength(path, bytes) != 0) RaiseFileNotFound("Util.FileLen");
+    return bytes;
+}
+
+Text ReadFromFile(const Text& path) try {
+    File file;
+    file.OpenFile(path, platform::FileAccess::Read, platform::FileShare::ReadWrite,
+                  platform::FileDisposition::OpenExisting);
+    const std::int64_t length = file.Length();
+    return length == 0 ? Text() : file.ReadData(length);
+} catch (...) {
+    HandleErrorAndReRaise("Util.ReadFromFile");
+}
+
+bool CreateLongDirectory(const Text& path, ErrorRecord* problem) {
+    try {
+        CreateLevels(path);
+        return true;
+    } catch (...) {
+        if (problem != nullptr) *problem = CurrentError();
+        return false;
+    }
+}
+
+bool DoesDirectoryContainFilesOrFolders(const Text& folder) {
+    const auto entries = platform::FindEntries(WithTrailingBackslash(folder) + "*");
+    return std::any_of(entries.begin(), entries.end(),
+                       [](const auto& entry) { return entry.name != "." && entry.name != ".."; });
+}
+
+}  // namespace rvl

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/error.h"
+
+namespace rvl {
+
+bool FileExists(const Text& path);
+bool DirExists(const Text& path);
+
+/// Length in bytes; a missing file raises error 53.
+std::int64_t FileLen(const Text& path);
+
+/// The whole file; errors are reported and raised again.
+Text ReadFromFile(const Text& path);
+
+/// Creates every missing level of the folder, from the top down; the server level of "\\server\share" is never
+/// created. On failure the result is false and `problem`, when given, tells number and description.
+bool CreateLongDirectory(const Text& path, ErrorRecord* problem = nullptr);
+
+/// True when the folder has any entry other than "." and "..".
+bool DoesDirectoryContainFilesOrFolders(const Text& folder);
+
+}  // namespace rvl

@@ -1,0 +1,63 @@
+#include "runtime/timer_queue.h"
+
+#include "runtime/timer.h"
+#include "util/tick_count.h"
+
+namespace rvl {
+
+TimerQueue& TimerQueue::Instance() {
+    static TimerQueue queue;
+    return queue;
+}
+
+TimerQueue::TimerQueue() : m_wakeUp([this] { RunDueTimers(); }) {}
+
+void TimerQueue::Insert(CTimer& timer, std::uint64_t deadline) { m_waiting.emplace(Key{deadline, ++m_starts}, &timer); }
+
+void TimerQueue::Start(CTimer& timer, std::uint32_t intervalMs) {
+    Insert(timer, GetTickCountEx() + intervalMs);
+    Arm();
+}
+
+void TimerQueue::Stop(CTimer& timer) {
+    const auto isThis = [&timer](const auto& entry) { return entry.second == &timer; };
+    std::erase_if(m_due, isThis);
+    if (std::erase_if(m_waiting, isThis) > 0) Arm();
+}
+
+std::vector<TimerQueue::Key> TimerQueue::TakeDue(std::uint64_t now) {
+    std::vector<Key> taken;
+    while (!m_waiting.empty() && m_waiting.begin()->first.first <= now) {
+        auto node = m_waiting.extract(m_waiting.begin());
+        taken.push_back(node.key());
+        m_due.insert(std::move(node));
+    }
+    return taken;
+}
+
+void TimerQueue::RunDueTimers() {
+    const std::uint64_t now = GetTickCountEx();
+    for (const Key& key : TakeDue(now)) {
+        const auto entry = m_due.extract(key);
+        if (entry.empty()) continue;  // stopped by a handler before its turn
+        CTimer& timer = *entry.mapped();
+        const std::uint64_t next = key.first + timer.Interval();
+        Insert(timer, next > now ? next : now + timer.Interval());  // missed intervals are not made up for
+        timer.Tick();
+    }
+    Arm();
+}
+
+std::optional<std::uint64_t> TimerQueue::NextDeadline() const {
+    if (m_waiting.empty()) return std::nullopt;
+    return m_waiting.begin()->first.first;
+}
+
+void TimerQueue::Arm() {
+    const auto deadline = NextDeadline();
+    if (!deadline) return m_wakeUp.Cancel();
+    const std::uint64_t now = GetTickCountEx();
+    m_wakeUp.After(*deadline > now ? *deadline - now : 0);
+}
+
+}  // namespace rvl
