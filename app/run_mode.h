@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/text.h"
+
+namespace rvl {
+
+/// What one process does, chosen by its command line.
+enum class RunMode {
+    Service,
+    Deploy,
+    InstallSilently,
+    RemoveSilently,
+    Install,
+    Remove,
+    StartService,
+    StopService,
+    Update,
+    ServiceAfterUpdate,
+    Interactive,
+};
+
+/// The mode of a command line from which the debug suffix is gone. Switches are matched exactly and with
+/// regard to case; an unknown one is an interactive start.
+RunMode ChooseRunMode(const Text& commandLine);
+
+enum class InteractiveMode { Helper, Switchboard, StartFrontend };
+
+InteractiveMode ChooseInteractiveMode(const Text& commandLine);
+
+/// Removes a trailing "-debug", in any case, and nothing else; true when it was there.
+bool StripDebugSuffix(Text& commandLine);
+
+}  // namespace rvl

@@ -1,0 +1,95 @@
+#include "app/start_up.h"
+
+#include "app/client_service.h"
+#include "app/interactive_start.h"
+#include "app/run_mode.h"
+#include "app/service_control.h"
+#include "app/tools_library.h"
+#include "app/update_state.h"
+#include "platform/process.h"
+#include "runtime/log_file.h"
+#include "runtime/process_state.h"
+#include "runtime/system_information.h"
+#include "runtime/terminate.h"
+#include "util/command_words.h"
+#include "util/handle_error.h"
+#include "util/random_text.h"
+
+namespace rvl {
+namespace {
+
+void LogStart(const Text& commandLine) {
+    Log(Self() + " starting (" + VersionString() + ")", true);
+    Log("Command line parameters: " + commandLine, true);
+    Log("Running as user: " + FullUsername(), true);
+    Log("Operating system: " + OSVersionString());
+}
+
+/// A service that the service manager restarts after a self-update learns here that it has to clean up.
+void ApplyPendingUpdate(Text& commandLine) {
+    if (commandLine != "-service_mode") return;
+    const Text pending = GetTempBinaryPath();
+    if (!pending.empty()) commandLine = "-service_mode-after-update \"" + pending + "\"";
+}
+
+int RunService() {
+    State().LogTag = "Service";
+    State().ServiceMode = true;
+    ServiceInstalledCheck();
+    return StartServiceMode();
+}
+
+int RunServiceAfterUpdate(const Text& commandLine) {
+    State().DebugMode = FirstWord(commandLine) == "-service_mode-after-update-debug";
+    Log("Now running on new binary");
+    State().UpgradeTempPath = FirstWord(RestAfterFirstWord(commandLine));
+    return RunService();
+}
+
+/// Nobody may take a mode that does nothing for one that has worked.
+int RefuseMode(const Text& commandLine) {
+    const Text line = "This version of the program cannot run \"" + commandLine + "\"";
+    Log(line);
+    platform::WriteStandardError(line);
+    return kExitFatal;
+}
+
+int EnterMode(const Text& commandLine) {
+    switch (ChooseRunMode(commandLine)) {
+        case RunMode::Service:
+            return RunService();
+        case RunMode::ServiceAfterUpdate:
+            return RunServiceAfterUpdate(commandLine);
+        case RunMode::Interactive:
+            State().LogTag = "UI";
+            return Main_Normal(commandLine);
+        case RunMode::Deploy:
+        case RunMode::InstallSilently:
+        case RunMode::RemoveSilently:
+        case RunMode::Install:
+        case RunMode::Remove:
+        case RunMode::StartService:
+        case RunMode::StopService:
+        case RunMode::Update:
+            break;
+    }
+    return RefuseMode(commandLine);
+}
+
+}  // namespace
+
+int Main() try {
+    SeedRandom(platform::SystemRandom());
+    State().LogTag.clear();
+    Text commandLine = platform::CommandLine();
+    LogStart(commandLine);
+    if (StripDebugSuffix(commandLine)) State().DebugMode = true;
+    ApplyPendingUpdate(commandLine);
+    LoadTools();
+    return EnterMode(commandLine);
+} catch (...) {
+    HandleError("Globals.Main");
+    return kExitFatal;
+}
+
+}  // namespace rvl

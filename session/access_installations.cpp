@@ -1,0 +1,73 @@
+#include "session/access_installations.h"
+
+#include "platform/registry.h"
+#include "runtime/folder_paths.h"
+#include "runtime/folders.h"
+#include "util/handle_error.h"
+#include "util/path_text.h"
+#include "util/text_functions.h"
+
+namespace rvl {
+namespace {
+
+using platform::RegistryRoot;
+
+constexpr const char* kProgram = "MSACCESS.EXE";
+
+Text RegistryText(RegistryRoot root, const Text& key, const Text& name = "") {
+    const auto value = platform::ReadRegistry(root, key, name);
+    const Text* text = value ? std::get_if<Text>(&*value) : nullptr;
+    return text != nullptr ? *text : Text();
+}
+
+/// The quoted program at the head of the command that opens a database.
+Text FromOpenCommand(const Text& version) {
+    const Text command =
+        RegistryText(RegistryRoot::ClassesRoot, "Access.Application." + version + "\\shell\\open\\command");
+    if (command.empty() || command[0] != '"') return "";
+    return command.substr(1, command.find('"', 1) - 1);
+}
+
+Text FromInstallRoot(const Text& version) {
+    const Text folder = RegistryText(RegistryRoot::LocalMachine,
+                                     "SOFTWARE\\Microsoft\\Office\\" + version + ".0\\Common\\InstallRoot", "Path");
+    return folder.empty() ? Text() : WithTrailingBackslash(folder) + kProgram;
+}
+
+Text FromClassId(const Text& version) {
+    const Text classId = RegistryText(RegistryRoot::LocalMachine,
+                                      "SOFTWARE\\Classes\\Access.Application." + version + "\\CLSID");
+    if (classId.empty()) return "";
+    return RegistryText(RegistryRoot::LocalMachine, "Software\\Classes\\CLSID\\" + classId + "\\LocalServer32");
+}
+
+Text FromProgramFiles(const Text& version) {
+    return ProgramFilesPath() + "Microsoft Office\\Office" + version + "\\" + kProgram;
+}
+
+}  // namespace
+
+Text FindAccessLocation(std::int32_t version) try {
+    const Text number = NumberText(version);
+    for (const auto source : {FromOpenCommand, FromInstallRoot, FromClassId, FromProgramFiles}) {
+        const Text path = source(number);
+        if (!path.empty() && FileExists(path)) return path;
+    }
+    return "";
+} catch (...) {
+    HandleError("MDBTools.FindAccessLocation");
+    return "";
+}
+
+LongVector InstalledAccessVersions() try {
+    LongVector known, installed;
+    known.FromString("2,7,8,9,10,11", ",");
+    for (int index = 0; index < known.Count(); ++index)
+        if (!FindAccessLocation(known.Item(index)).empty()) installed.Add(known.Item(index), true);
+    return installed;
+} catch (...) {
+    HandleError("MDBTools.InstalledAccessVersions");
+    return {};
+}
+
+}  // namespace rvl
