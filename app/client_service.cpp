@@ -24,7 +24,9 @@ frmClientService::frmClientService()
     SetLastAction([this] { m_database.CloseDatabase(); });
 }
 
-frmClientService::~frmClientService() { SetLastAction(nullptr); }
+frmClientService::~frmClientService() {
+    SetLastAction(nullptr);
+}
 
 // Life cycle
 
@@ -122,9 +124,12 @@ void frmClientService::ServerMessageReceived(Text message) {
     m_commands.m_sckServer_MessageReceived(std::move(message));
 }
 
-void frmClientService::ServerConnectedChanged(bool) { m_transfers.Abandon(); }
+void frmClientService::ServerConnectedChanged(bool) {
+    m_transfers.Abandon();
+}
 
-void frmClientService::SendToServer(const Text& context, const Text& command, const std::vector<Text>& params) {
+void frmClientService::SendToServer(const Text& context, const Text& command,
+                                    const std::vector<Text>& params) {
     m_link.SendToServer(context, command, params);
 }
 

@@ -13,7 +13,8 @@
 namespace rvl {
 namespace {
 
-/// The windows of these modes are not part of the program yet; without a display they could not be shown anyway.
+/// The windows of these modes are not part of the program yet; without a display they could not be shown
+/// anyway.
 int RefuseWindow(const Text& window) {
     platform::WriteStandardError(platform::HasDisplay() ? "This version of the program has no " + window
                                                         : "The " + window + " needs a display");

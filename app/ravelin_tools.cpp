@@ -2,7 +2,11 @@
 
 extern "C" {
 
-int DllRegisterServer() { return 0; }
+int DllRegisterServer() {
+    return 0;
+}
 
-int DllUnregisterServer() { return 0; }
+int DllUnregisterServer() {
+    return 0;
+}
 }

@@ -48,8 +48,10 @@ RunMode ChooseRunMode(const Text& commandLine) {
 }
 
 InteractiveMode ChooseInteractiveMode(const Text& commandLine) {
-    if (commandLine == "-service_helper-debug" || commandLine == "-service_helper") return InteractiveMode::Helper;
-    return FirstWord(commandLine) == "-start_frontend" ? InteractiveMode::StartFrontend : InteractiveMode::Switchboard;
+    if (commandLine == "-service_helper-debug" || commandLine == "-service_helper")
+        return InteractiveMode::Helper;
+    return FirstWord(commandLine) == "-start_frontend" ? InteractiveMode::StartFrontend
+                                                       : InteractiveMode::Switchboard;
 }
 
 bool StripDebugSuffix(Text& commandLine) {

@@ -11,6 +11,7 @@
 #include "runtime/process_state.h"
 #include "runtime/system_information.h"
 #include "runtime/terminate.h"
+#include "ui/window_dialogs.h"
 #include "util/command_words.h"
 #include "util/handle_error.h"
 #include "util/random_text.h"
@@ -54,8 +55,17 @@ int RefuseMode(const Text& commandLine) {
     return kExitFatal;
 }
 
+/// The service never shows a dialog, not even before it knows that it is one.
+void ChooseDialogs(RunMode mode) {
+    static WindowDialogs dialogs;
+    const bool isService = mode == RunMode::Service || mode == RunMode::ServiceAfterUpdate;
+    if (!isService && platform::HasDisplay()) InstallDialogs(&dialogs);
+}
+
 int EnterMode(const Text& commandLine) {
-    switch (ChooseRunMode(commandLine)) {
+    const RunMode mode = ChooseRunMode(commandLine);
+    ChooseDialogs(mode);
+    switch (mode) {
         case RunMode::Service:
             return RunService();
         case RunMode::ServiceAfterUpdate:

@@ -13,7 +13,9 @@
 namespace rvl {
 namespace {
 
-Text ToolsFileName() { return platform::LibraryFileName("RavelinTools"); }
+Text ToolsFileName() {
+    return platform::LibraryFileName("RavelinTools");
+}
 
 bool CreateTools(Text& problem) {
     State().Tools = platform::DynamicLibrary::Load(AppPath() + ToolsFileName(), problem);
@@ -21,7 +23,9 @@ bool CreateTools(Text& problem) {
 }
 
 /// Everything else that the program needs is linked into it or part of the system.
-std::vector<Text> RegSvrFiles() { return {ToolsFileName()}; }
+std::vector<Text> RegSvrFiles() {
+    return {ToolsFileName()};
+}
 
 bool RegisterComponent(const Text& path) {
     Text problem;
@@ -45,7 +49,8 @@ void Register(const Text& file) {
 
 void RegisterDependancies() try {
     Log("Registering dependancies");
-    for (const Text& file : RegSvrFiles()) Register(file);
+    for (const Text& file : RegSvrFiles())
+        Register(file);
 } catch (...) {
     HandleError("Globals.RegisterDependancies");
 }

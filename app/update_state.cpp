@@ -6,8 +6,8 @@
 namespace rvl {
 
 Text GetTempBinaryPath() try {
-    const auto value =
-        platform::ReadRegistry(platform::RegistryRoot::LocalMachine, "SOFTWARE\\Ravelin\\Client", "TempBinaryPath");
+    const auto value = platform::ReadRegistry(platform::RegistryRoot::LocalMachine,
+                                              "SOFTWARE\\Ravelin\\Client", "TempBinaryPath");
     const Text* path = value ? std::get_if<Text>(&*value) : nullptr;
     return path != nullptr ? *path : Text();
 } catch (...) {

@@ -53,7 +53,7 @@ LocalDatabase::LocalDatabase(DatabaseSurroundings surroundings, std::function<vo
 
 Text LocalDatabase::DatabasePath() const {
     const Text& executable = m_surroundings.executablePath;
-    const Text beside = FolderOf(executable) + WithoutExtension(FileNameOf(executable)) + ".mdb";
+    Text beside = FolderOf(executable) + WithoutExtension(FileNameOf(executable)) + ".mdb";
     if (FileExists(beside)) return beside;
     return WithTrailingBackslash(m_surroundings.commonAppDataPath) + "Ravelin\\Client\\RVLClient.mdb";
 }

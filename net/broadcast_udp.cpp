@@ -14,7 +14,9 @@ constexpr int kUdp = 1;
 constexpr std::uint32_t kNoAddress = 0;
 constexpr std::uint32_t kEverywhere = 0xFFFFFFFF;
 
-bool IsUsable(const InterfaceEntry& entry) { return entry.address != kNoAddress && entry.address != kEverywhere; }
+bool IsUsable(const InterfaceEntry& entry) {
+    return entry.address != kNoAddress && entry.address != kEverywhere;
+}
 
 }  // namespace
 
@@ -26,11 +28,14 @@ InterfaceEntry MakeInterfaceEntry(const platform::AddressRow& row) {
 BroadcastUDP::BroadcastUDP(MessageReceivedEvent messageReceived, TableReader readTable)
     : m_messageReceived(std::move(messageReceived)), m_readTable(std::move(readTable)) {}
 
-BroadcastUDP::~BroadcastUDP() { Shutdown(); }
+BroadcastUDP::~BroadcastUDP() {
+    Shutdown();
+}
 
 std::vector<InterfaceEntry> BroadcastUDP::ReadInterfaces() const {
     std::vector<InterfaceEntry> entries;
-    for (const platform::AddressRow& row : m_readTable()) entries.push_back(MakeInterfaceEntry(row));
+    for (const platform::AddressRow& row : m_readTable())
+        entries.push_back(MakeInterfaceEntry(row));
     return entries;
 }
 
@@ -90,8 +95,8 @@ void BroadcastUDP::BindInterface(std::size_t index) {
 }
 
 std::size_t BroadcastUDP::SocketCount() const {
-    return static_cast<std::size_t>(
-        std::count_if(m_sockets.begin(), m_sockets.end(), [](const auto& socket) { return socket != nullptr; }));
+    return static_cast<std::size_t>(std::count_if(m_sockets.begin(), m_sockets.end(),
+                                                  [](const auto& socket) { return socket != nullptr; }));
 }
 
 void BroadcastUDP::Broadcast(std::uint16_t port, const Text& datagram) {

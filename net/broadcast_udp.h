@@ -29,10 +29,12 @@ InterfaceEntry MakeInterfaceEntry(const platform::AddressRow& row);
 /// socket per interface address, all on one port, created anew when the interfaces change.
 class BroadcastUDP : private SocketEventAdapter {
  public:
-    using MessageReceivedEvent = std::function<void(const Text& remoteIP, std::uint16_t remotePort, const Text& datagram)>;
+    using MessageReceivedEvent =
+        std::function<void(const Text& remoteIP, std::uint16_t remotePort, const Text& datagram)>;
     using TableReader = std::function<std::vector<platform::AddressRow>()>;
 
-    explicit BroadcastUDP(MessageReceivedEvent messageReceived, TableReader readTable = platform::ReadAddressTable);
+    explicit BroadcastUDP(MessageReceivedEvent messageReceived,
+                          TableReader readTable = platform::ReadAddressTable);
     ~BroadcastUDP() override;
     BroadcastUDP(const BroadcastUDP&) = delete;
     BroadcastUDP& operator=(const BroadcastUDP&) = delete;

@@ -33,7 +33,8 @@ bool FrameReader::Receive(TextView bytes, const Deliver& deliver) {
     if (m_extracting) return true;
     const ExtractingGuard extracting(m_extracting);
     Step step = Step::Delivered;
-    while (step == Step::Delivered && !m_closed) step = ExtractOne(deliver);
+    while (step == Step::Delivered && !m_closed)
+        step = ExtractOne(deliver);
     if (step == Step::Broken) Log("Input buffer too large, disconnecting");
     return step != Step::Broken;
 }

@@ -42,7 +42,9 @@ ServerLink::ServerLink(Owner& owner)
     m_tmrKeepAlive.SetEnabled(true);
 }
 
-void ServerLink::StartLocating() { m_tmrInit.SetEnabled(true); }
+void ServerLink::StartLocating() {
+    m_tmrInit.SetEnabled(true);
+}
 
 void ServerLink::tmrInit_Timer() {
     m_tmrInit.SetEnabled(false);
@@ -57,7 +59,9 @@ void ServerLink::Shutdown() {
     m_sckServer.Reset();
 }
 
-Text ServerLink::DomainController() { return PrimaryDomainController(); }
+Text ServerLink::DomainController() {
+    return PrimaryDomainController();
+}
 
 void ServerLink::ConnectToServer(const Text& host, std::int32_t retryIntervalMs) {
     m_sckServer.Init(host, kServerPort, retryIntervalMs);
@@ -108,8 +112,8 @@ void ServerLink::SendLogin() {
     constexpr char kSeparator = '\0';
     const WorkstationDescription station = m_owner.DescribeWorkstation();
     const Text nonce = RandomNonce(kNonceLength);
-    const Text proof = GenerateRVLChecksum(station.uuid + kSeparator + station.computer + kSeparator + m_domainName +
-                                           kSeparator + m_serverToken + nonce);
+    const Text proof = GenerateRVLChecksum(station.uuid + kSeparator + station.computer + kSeparator +
+                                           m_domainName + kSeparator + m_serverToken + nonce);
     SendToServer("", "LOGIN",
                  {proof + nonce, station.uuid, station.computer, m_domainName, station.executable,
                   station.isNtFamily ? "1" : "0", station.operatingSystem, station.accessVersions,
@@ -117,7 +121,8 @@ void ServerLink::SendLogin() {
 }
 
 void ServerLink::OnLoginOk() {
-    m_lastPing = GetTickCountEx() - static_cast<std::uint64_t>(RandomBetween(kEarliestLastPing, kLatestLastPing));
+    m_lastPing =
+        GetTickCountEx() - static_cast<std::uint64_t>(RandomBetween(kEarliestLastPing, kLatestLastPing));
     if (m_lastPing == 0) m_lastPing = 1;  // 0 means: not logged in yet
     m_awaitingPong = false;
     m_owner.ServerLoggedIn();

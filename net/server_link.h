@@ -22,8 +22,8 @@ struct WorkstationDescription {
     Text commonAppData;
 };
 
-/// The one TCP link to the deployment server: location, HELLO and LOGIN, keep-alive, and the commands by which
-/// the server moves the workstation elsewhere.
+/// The one TCP link to the deployment server: location, HELLO and LOGIN, keep-alive, and the commands by
+/// which the server moves the workstation elsewhere.
 class ServerLink : private ServerLocator::Host {
  public:
     /// What the link needs of the service.

@@ -28,7 +28,9 @@ ServerLocator::ServerLocator(Host& host)
       }),
       m_tmrLocateServer([this] { tmrLocateServer_Timer(); }) {}
 
-void ServerLocator::Init() { m_locator.Init(0, kRecheckInterval); }
+void ServerLocator::Init() {
+    m_locator.Init(0, kRecheckInterval);
+}
 
 void ServerLocator::Shutdown() {
     Stop();

@@ -63,7 +63,9 @@ std::shared_ptr<Socket> Socket::Create() {
     return std::make_shared<Creatable>();
 }
 
-Socket::Socket() { ErrAssert(platform::StartSocketLibrary() == 0, "Error starting Winsock"); }
+Socket::Socket() {
+    ErrAssert(platform::StartSocketLibrary() == 0, "Error starting Winsock");
+}
 
 Socket::~Socket() {
     m_lookup.reset();
@@ -127,7 +129,8 @@ void Socket::SetState(SocketState state) {
     if (m_state == state) return;
     m_state = state;
     const int number = static_cast<int>(state);
-    Raise("StateChanged", [&](SocketEvent& sink) { sink.StateChanged(m_index, number, StateToString(number)); });
+    Raise("StateChanged",
+          [&](SocketEvent& sink) { sink.StateChanged(m_index, number, StateToString(number)); });
 }
 
 void Socket::SetRemote(platform::Ipv4Endpoint remote) {
@@ -135,7 +138,9 @@ void Socket::SetRemote(platform::Ipv4Endpoint remote) {
     m_remotePort = remote.port;
 }
 
-void Socket::ReadLocalPort() { m_endpoint.LocalPort(m_localPort); }
+void Socket::ReadLocalPort() {
+    m_endpoint.LocalPort(m_localPort);
+}
 
 void Socket::WatchEndpoint() {
     m_endpoint.Watch([weak = weak_from_this()](SocketNotification notification, int error) {
@@ -146,9 +151,9 @@ void Socket::WatchEndpoint() {
 // Opening
 
 void Socket::StartLookup(const Text& host, platform::NameLookup::Completion completion) {
-    m_lookup = platform::NameLookup::Forward(
-        host, [weak = weak_from_this(), completion = std::move(completion)](int error, const Text& name,
-                                                                            std::uint32_t address) {
+    m_lookup =
+        platform::NameLookup::Forward(host, [weak = weak_from_this(), completion = std::move(completion)](
+                                                int error, const Text& name, std::uint32_t address) {
             if (const auto self = weak.lock()) {
                 self->m_lookup.reset();
                 error != 0 ? self->RaiseError(error) : completion(error, name, address);
@@ -164,7 +169,9 @@ void Socket::Connect(const Text& host, std::uint16_t port) try {
     m_remoteHost = host;
     if (ParseDotted(host)) return ConnectTo(host, port);
     SetState(SocketState::Resolving);
-    StartLookup(host, [this, port](int, const Text&, std::uint32_t address) { ConnectTo(DottedText(address), port); });
+    StartLookup(host, [this, port](int, const Text&, std::uint32_t address) {
+        ConnectTo(DottedText(address), port);
+    });
 } catch (...) {
     HandleErrorAndReRaise("Socket.Connect");
 }
@@ -195,7 +202,9 @@ void Socket::OpenBound(platform::Protocol protocol, std::uint16_t port, const Te
     const std::uint32_t address = BindAddress(bindAddress, source);
     CheckSystem(m_endpoint.Open(protocol), source);
     int error = m_endpoint.Bind({address, port});
-    if (error == 0) error = protocol == platform::Protocol::Tcp ? m_endpoint.Listen(kBacklog) : m_endpoint.EnableBroadcast();
+    if (error == 0)
+        error =
+            protocol == platform::Protocol::Tcp ? m_endpoint.Listen(kBacklog) : m_endpoint.EnableBroadcast();
     if (error != 0) m_endpoint.Close();
     CheckSystem(error, source);
     ReadLocalPort();
@@ -244,8 +253,9 @@ void Socket::DNS(const Text& host, bool reverse) {
     };
     if (address && !reverse) return complete(host, host);
     if (!reverse)
-        return StartLookup(
-            host, [complete](int, const Text& name, std::uint32_t found) { complete(name, DottedText(found)); });
+        return StartLookup(host, [complete](int, const Text& name, std::uint32_t found) {
+            complete(name, DottedText(found));
+        });
     if (!address) RaiseInvalidCall("Socket.DNS");
     m_lookup = platform::NameLookup::Reverse(
         *address, [weak = weak_from_this(), complete](int error, const Text& name, std::uint32_t asked) {
@@ -298,7 +308,9 @@ void Socket::OnConnectFinished(int error) {
     Raise("Connected", [&](SocketEvent& sink) { sink.Connected(m_index); });
 }
 
-void Socket::OnReadable() { m_protocol == platform::Protocol::Tcp ? ReceiveStream() : ReceiveDatagram(); }
+void Socket::OnReadable() {
+    m_protocol == platform::Protocol::Tcp ? ReceiveStream() : ReceiveDatagram();
+}
 
 void Socket::ReceiveStream() {
     std::array<char, kReadSize> buffer;
@@ -364,7 +376,8 @@ void Socket::SendSomeData(bool deferredCompletion) {
             const FlagGuard sending(m_sending);
             YieldToPendingEvents();
         }
-        Raise("SendProgress", [&](SocketEvent& sink) { sink.SendProgress(m_index, sent, m_sendQueue.Size()); });
+        Raise("SendProgress",
+              [&](SocketEvent& sink) { sink.SendProgress(m_index, sent, m_sendQueue.Size()); });
         if (m_sendQueue.IsEmpty()) return CompleteSending(deferredCompletion);
     }
 }
@@ -413,7 +426,8 @@ void Socket::Raise(const char* event, Call call) {
 
 void Socket::OnSinkFailure(const char* event, std::int32_t number, const Text& description) {
     constexpr const char* kEmptyLine = "\r\n\r\n";
-    const Text first = Text("SocketEvent.") + event + " caused error " + NumberText(number) + ": " + description;
+    const Text first =
+        Text("SocketEvent.") + event + " caused error " + NumberText(number) + ": " + description;
     if (m_sink == nullptr) return Log(first);
     try {
         m_sink->Error(m_index, number, first);

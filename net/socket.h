@@ -13,13 +13,20 @@
 
 namespace rvl {
 
-enum class SocketState { Disconnected = 0, Resolving = 1, Connecting = 2, Connected = 3, Listening = 4, Open = 5 };
+enum class SocketState {
+    Disconnected = 0,
+    Resolving = 1,
+    Connecting = 2,
+    Connected = 3,
+    Listening = 4,
+    Open = 5
+};
 
 /// One TCP connection, TCP listener or UDP endpoint, driven by events: nothing blocks, every operation
 /// completes later and is reported to the one event sink. Misuse raises an Error whose number is the
-/// application error base plus 1 (an operation is active), 4 (wrong state), 5 (invalid request id) or 6 (wrong
-/// protocol); what the operating system refuses at once raises its socket error number; what fails later
-/// arrives as the Error event and leaves the socket Disconnected.
+/// application error base plus 1 (an operation is active), 4 (wrong state), 5 (invalid request id) or 6
+/// (wrong protocol); what the operating system refuses at once raises its socket error number; what fails
+/// later arrives as the Error event and leaves the socket Disconnected.
 class Socket : public std::enable_shared_from_this<Socket> {
  public:
     static std::shared_ptr<Socket> Create();

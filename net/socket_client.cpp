@@ -19,7 +19,9 @@ SocketClient::SocketClient(Events events)
     m_tmrKeepAlive.SetEnabled(true);
 }
 
-SocketClient::~SocketClient() { Reset(); }
+SocketClient::~SocketClient() {
+    Reset();
+}
 
 void SocketClient::Init(const Text& host, std::uint16_t port, std::int32_t retryIntervalMs) {
     Reset();
@@ -114,15 +116,20 @@ void SocketClient::Connected(std::int16_t) try {
 void SocketClient::DataReceived(std::int16_t index, const Text& data) try {
     const auto reader = m_reader;  // survives a handler that drops the connection
     if (!reader) return;
-    const bool sound = reader->Receive(data, [this](Text message) { m_events.MessageReceived(std::move(message)); });
+    const bool sound =
+        reader->Receive(data, [this](Text message) { m_events.MessageReceived(std::move(message)); });
     if (!sound) Closed(index);
 } catch (...) {
     HandleError("SocketClient.SocketEvent_DataReceived");
 }
 
-void SocketClient::Closed(std::int16_t) { RetryConnectSoon(); }
+void SocketClient::Closed(std::int16_t) {
+    RetryConnectSoon();
+}
 
-void SocketClient::Error(std::int16_t, std::int32_t, const Text&) { RetryConnectSoon(); }
+void SocketClient::Error(std::int16_t, std::int32_t, const Text&) {
+    RetryConnectSoon();
+}
 
 void SocketClient::m_tmrKeepAlive_ThatTime() {
     if (m_connected) SendData("");

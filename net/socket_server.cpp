@@ -54,7 +54,8 @@ void SocketServer::Shutdown() {
 }
 
 void SocketServer::DropSlots() {
-    for (std::size_t id = 0; id < m_slots.size(); ++id) KillClient(static_cast<std::int16_t>(id));
+    for (std::size_t id = 0; id < m_slots.size(); ++id)
+        KillClient(static_cast<std::int16_t>(id));
     m_slots.clear();
 }
 
@@ -71,7 +72,8 @@ const SocketServer::Slot* SocketServer::SlotOf(std::int16_t clientId) const {
 
 /// The lowest free slot, or one more; -1 when ids are used up.
 std::int16_t SocketServer::FreeSlot() {
-    const auto free = std::find_if(m_slots.begin(), m_slots.end(), [](const Slot& slot) { return !slot.socket; });
+    const auto free =
+        std::find_if(m_slots.begin(), m_slots.end(), [](const Slot& slot) { return !slot.socket; });
     const auto id = static_cast<std::int16_t>(free - m_slots.begin());
     if (free != m_slots.end()) return id;
     if (m_slots.size() >= kMostSlots) return -1;
@@ -109,11 +111,13 @@ std::uint16_t SocketServer::RemotePort(std::int16_t clientId) const {
 }
 
 std::int16_t SocketServer::ConnectedClients() const {
-    return static_cast<std::int16_t>(
-        std::count_if(m_slots.begin(), m_slots.end(), [](const Slot& slot) { return IsConnected(slot.socket); }));
+    return static_cast<std::int16_t>(std::count_if(
+        m_slots.begin(), m_slots.end(), [](const Slot& slot) { return IsConnected(slot.socket); }));
 }
 
-std::uint16_t SocketServer::LocalPort() const { return m_listener ? m_listener->LocalPort() : std::uint16_t{0}; }
+std::uint16_t SocketServer::LocalPort() const {
+    return m_listener ? m_listener->LocalPort() : std::uint16_t{0};
+}
 
 // Sending
 
@@ -178,7 +182,9 @@ void SocketServer::OnMessage(std::int16_t clientId, Text message) {
     if (!message.empty()) m_events.MessageReceived(clientId, std::move(message));
 }
 
-void SocketServer::Closed(std::int16_t index) { CloseClient(index); }
+void SocketServer::Closed(std::int16_t index) {
+    CloseClient(index);
+}
 
 void SocketServer::Error(std::int16_t index, std::int32_t, const Text& description) {
     if (index == kListenerIndex) return Log("Listener failed: " + description);

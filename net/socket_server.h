@@ -18,8 +18,8 @@ class ClientData {
 };
 
 /// Listens on one TCP port and keeps any number of framed connections in numbered slots. The slot number is
-/// the client id; a freed slot is reused, lowest id first. A client that sends no frame for more than a minute
-/// is closed at the next check.
+/// the client id; a freed slot is reused, lowest id first. A client that sends no frame for more than a
+/// minute is closed at the next check.
 class SocketServer : private SocketEvent {
  public:
     struct Events {

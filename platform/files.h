@@ -17,7 +17,7 @@ int FileLength(const Text& path, std::int64_t& bytes);
 int CopyFileTo(const Text& source, const Text& destination);  ///< overwrites
 int MoveFileTo(const Text& source, const Text& destination);  ///< within one drive; replaces, all or nothing
 int DeleteFileAt(const Text& path);
-int MakeDirectory(const Text& path);  ///< one level
+int MakeDirectory(const Text& path);      ///< one level
 int RemoveDirectoryAt(const Text& path);  ///< an empty one
 
 /// Attribute bits of a directory entry.

@@ -38,7 +38,8 @@ Text WideToNarrow(std::u16string_view wide) {
 std::u16string NarrowToWide(TextView narrow) {
     std::u16string wide;
     wide.reserve(narrow.size());
-    for (const char character : narrow) wide.push_back(static_cast<unsigned char>(character));
+    for (const char character : narrow)
+        wide.push_back(static_cast<unsigned char>(character));
     return wide;
 }
 

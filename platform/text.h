@@ -9,8 +9,8 @@ namespace rvl {
 using Text = std::string;
 using TextView = std::string_view;
 
-/// The only conversions between Text and what operating systems (UTF-16, UTF-8) and the database (UTF-8) hold.
-/// A character above 255 raises the error "Conversion would cause data loss".
+/// The only conversions between Text and what operating systems (UTF-16, UTF-8) and the database (UTF-8)
+/// hold. A character above 255 raises the error "Conversion would cause data loss".
 Text WideToNarrow(std::u16string_view wide);
 std::u16string NarrowToWide(TextView narrow);
 

@@ -7,7 +7,7 @@
 namespace rvl {
 namespace {
 
-class StandardErrorDialogs : public Dialogs {
+class LineDialogs : public Dialogs {
  public:
     int ShowMessageBox(const Text& prompt, int style, const Text& title, bool) override {
         platform::WriteStandardError(title + ": " + prompt);
@@ -35,12 +35,18 @@ constexpr std::array<std::array<int, 3>, 6> kButtonSets = {{
 
 }  // namespace
 
-Dialogs& CurrentDialogs() {
-    static StandardErrorDialogs standardError;
-    return g_dialogs != nullptr ? *g_dialogs : standardError;
+Dialogs& StandardErrorDialogs() {
+    static LineDialogs dialogs;
+    return dialogs;
 }
 
-void InstallDialogs(Dialogs* dialogs) { g_dialogs = dialogs; }
+Dialogs& CurrentDialogs() {
+    return g_dialogs != nullptr ? *g_dialogs : StandardErrorDialogs();
+}
+
+void InstallDialogs(Dialogs* dialogs) {
+    g_dialogs = dialogs;
+}
 
 int DefaultButton(int style) {
     const std::size_t set = static_cast<std::size_t>(style) & 0xF;

@@ -52,6 +52,9 @@ class Dialogs {
     virtual bool IsInteractive() const = 0;
 };
 
+/// The dialogs of a process without windows: the text goes to standard error, the default button is taken.
+Dialogs& StandardErrorDialogs();
+
 /// The installed dialogs; before that, those that write to standard error.
 Dialogs& CurrentDialogs();
 

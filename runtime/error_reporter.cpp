@@ -69,8 +69,8 @@ void ErrorReporter::ReportError(TextView procedure, const ErrorRecord& record, b
     ReportError(procedure, record, reRaise, "", "");
 }
 
-void ErrorReporter::ReportError(TextView procedure, const ErrorRecord& record, bool reRaise, TextView whileText,
-                                TextView suffix) {
+void ErrorReporter::ReportError(TextView procedure, const ErrorRecord& record, bool reRaise,
+                                TextView whileText, TextView suffix) {
     {
         const ReportInProgress report;
         const int depth = State().ErrorDepth;

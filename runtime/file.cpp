@@ -45,7 +45,8 @@ void File::WriteData(TextView bytes) {
     const int code = m_handle.Write(bytes.data(), bytes.size(), written);
     if (code == 0 && written == bytes.size()) return;
     const Text counts = "WriteData called with " + NumberText(static_cast<std::int64_t>(bytes.size())) +
-                        " bytes.  Only " + NumberText(static_cast<std::int64_t>(written)) + " bytes were written.";
+                        " bytes.  Only " + NumberText(static_cast<std::int64_t>(written)) +
+                        " bytes were written.";
     throw Error(kFileError, "File", code == 0 ? counts : counts + "  " + GetErrorString(code));
 }
 

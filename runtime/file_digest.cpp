@@ -14,7 +14,8 @@ Text MD5SumOfFile(const Text& path) try {
     file.OpenFile(path, platform::FileAccess::Read, platform::FileShare::ReadWrite,
                   platform::FileDisposition::OpenExisting);
     MessageDigest digest;
-    while (const std::size_t read = file.ReadInto(piece.data(), piece.size())) digest.AddBytes(piece.data(), read);
+    while (const std::size_t read = file.ReadInto(piece.data(), piece.size()))
+        digest.AddBytes(piece.data(), read);
     digest.Finish();
     return digest.AsHex();
 } catch (...) {

@@ -39,9 +39,9 @@ Text AllUsersPath() {
     if (Text path = BackOneDir(GetSpecialFolder(SpecialFolder::CommonDesktop)); !path.empty()) return path;
     const Text windows = GetSpecialFolder(SpecialFolder::Windows);
     if (IsWinNT()) return windows + "Profiles\\All Users\\";
-    const Text desktop =
-        RegistryFolder(RegistryRoot::LocalMachine,
-                       "Software\\Microsoft\\Windows\\CurrentVersion\\explorer\\Shell Folders", "Common Desktop");
+    const Text desktop = RegistryFolder(
+        RegistryRoot::LocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion\\explorer\\Shell Folders",
+        "Common Desktop");
     return desktop.empty() ? windows + "All Users\\" : BackOneDir(desktop);
 }
 
@@ -49,8 +49,8 @@ Text CommonAppDataPath() {
     if (Text path = GetSpecialFolder(SpecialFolder::CommonAppData); !path.empty()) return path;
     if (!IsWinNT()) {
         const Text path = RegistryFolder(
-            RegistryRoot::Users, ".DEFAULT\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
-            "AppData");
+            RegistryRoot::Users,
+            ".DEFAULT\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", "AppData");
         if (!path.empty()) return WithTrailingBackslash(path);
     }
     return AllUsersPath() + "Application Data\\";

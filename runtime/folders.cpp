@@ -11,7 +11,9 @@
 namespace rvl {
 namespace {
 
-bool IsSeparator(char character) { return character == '\\' || character == '/'; }
+bool IsSeparator(char character) {
+    return character == '\\' || character == '/';
+}
 
 /// Where the first level that may be created begins: behind "C:\" and behind "\\server\".
 std::size_t FirstLevel(const Text& path) {
@@ -33,9 +35,11 @@ void CreateLevels(const Text& path) {
     constexpr int kPathNotFound = 3;
     if (path.empty()) throw Error(kPathNotFound, "Util.CreateLongDirectory", GetErrorString(kPathNotFound));
     for (std::size_t end = FirstLevel(path); end < path.size();) {
-        while (end < path.size() && !IsSeparator(path[end])) ++end;
+        while (end < path.size() && !IsSeparator(path[end]))
+            ++end;
         CreateLevel(path.substr(0, end));
-        while (end < path.size() && IsSeparator(path[end])) ++end;
+        while (end < path.size() && IsSeparator(path[end]))
+            ++end;
     }
     if (!platform::DirectoryExists(path))
         throw Error(kPathNotFound, "Util.CreateLongDirectory", GetErrorString(kPathNotFound));
@@ -43,9 +47,13 @@ void CreateLevels(const Text& path) {
 
 }  // namespace
 
-bool FileExists(const Text& path) { return platform::FileExists(path); }
+bool FileExists(const Text& path) {
+    return platform::FileExists(path);
+}
 
-bool DirExists(const Text& path) { return platform::DirectoryExists(path); }
+bool DirExists(const Text& path) {
+    return platform::DirectoryExists(path);
+}
 
 std::int64_t FileLen(const Text& path) {
     std::int64_t bytes = 0;

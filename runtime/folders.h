@@ -15,8 +15,8 @@ std::int64_t FileLen(const Text& path);
 /// The whole file; errors are reported and raised again.
 Text ReadFromFile(const Text& path);
 
-/// Creates every missing level of the folder, from the top down; the server level of "\\server\share" is never
-/// created. On failure the result is false and `problem`, when given, tells number and description.
+/// Creates every missing level of the folder, from the top down; the server level of "\\server\share" is
+/// never created. On failure the result is false and `problem`, when given, tells number and description.
 bool CreateLongDirectory(const Text& path, ErrorRecord* problem = nullptr);
 
 /// True when the folder has any entry other than "." and "..".

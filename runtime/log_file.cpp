@@ -61,7 +61,8 @@ void CutLog(const Text& path, std::int64_t excess, std::int64_t keep) try {
 Text WithoutFileContent(TextView data) {
     constexpr TextView kFileData("\0FILE_DATA", 10);
     const std::size_t contextEnd = data.find('\0');
-    const bool isFileData = contextEnd != TextView::npos && data.substr(contextEnd, kFileData.size()) == kFileData;
+    const bool isFileData =
+        contextEnd != TextView::npos && data.substr(contextEnd, kFileData.size()) == kFileData;
     if (!isFileData) return Text();
     return Text(data.substr(0, contextEnd)) + Text(kFileData) + Text("\0[...]", 6);
 }

@@ -64,6 +64,8 @@ Text Self() {
     return path;
 }
 
-Text AppPath() { return BackOneDir(Self()); }
+Text AppPath() {
+    return BackOneDir(Self());
+}
 
 }  // namespace rvl

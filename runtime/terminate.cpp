@@ -20,7 +20,9 @@ void RunLastAction() noexcept {
 
 }  // namespace
 
-void SetLastAction(std::function<void()> action) { g_lastAction = std::move(action); }
+void SetLastAction(std::function<void()> action) {
+    g_lastAction = std::move(action);
+}
 
 void Terminate(int exitCode, bool suppressTag, bool silent) {
     if (!silent) {

@@ -5,7 +5,9 @@
 
 namespace rvl {
 
-CTimer::~CTimer() { TimerQueue::Instance().Stop(*this); }
+CTimer::~CTimer() {
+    TimerQueue::Instance().Stop(*this);
+}
 
 void CTimer::SetInterval(std::uint32_t milliseconds) {
     m_interval = milliseconds;

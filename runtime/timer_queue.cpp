@@ -12,7 +12,9 @@ TimerQueue& TimerQueue::Instance() {
 
 TimerQueue::TimerQueue() : m_wakeUp([this] { RunDueTimers(); }) {}
 
-void TimerQueue::Insert(CTimer& timer, std::uint64_t deadline) { m_waiting.emplace(Key{deadline, ++m_starts}, &timer); }
+void TimerQueue::Insert(CTimer& timer, std::uint64_t deadline) {
+    m_waiting.emplace(Key{deadline, ++m_starts}, &timer);
+}
 
 void TimerQueue::Start(CTimer& timer, std::uint32_t intervalMs) {
     Insert(timer, GetTickCountEx() + intervalMs);

@@ -8,7 +8,8 @@ namespace rvl {
 void WaitTicks(std::int64_t intervalMs) {
     constexpr std::uint32_t kLongestNap = 50;
     const std::uint64_t start = GetTickCountEx();
-    while (!CheckTickCountEx(start, intervalMs)) platform::WaitForEvents(kLongestNap);
+    while (!CheckTickCountEx(start, intervalMs))
+        platform::WaitForEvents(kLongestNap);
 }
 
 }  // namespace rvl

@@ -29,8 +29,9 @@ Text FromOpenCommand(const Text& version) {
 }
 
 Text FromInstallRoot(const Text& version) {
-    const Text folder = RegistryText(RegistryRoot::LocalMachine,
-                                     "SOFTWARE\\Microsoft\\Office\\" + version + ".0\\Common\\InstallRoot", "Path");
+    const Text folder =
+        RegistryText(RegistryRoot::LocalMachine,
+                     "SOFTWARE\\Microsoft\\Office\\" + version + ".0\\Common\\InstallRoot", "Path");
     return folder.empty() ? Text() : WithTrailingBackslash(folder) + kProgram;
 }
 
@@ -38,7 +39,8 @@ Text FromClassId(const Text& version) {
     const Text classId = RegistryText(RegistryRoot::LocalMachine,
                                       "SOFTWARE\\Classes\\Access.Application." + version + "\\CLSID");
     if (classId.empty()) return "";
-    return RegistryText(RegistryRoot::LocalMachine, "Software\\Classes\\CLSID\\" + classId + "\\LocalServer32");
+    return RegistryText(RegistryRoot::LocalMachine,
+                        "Software\\Classes\\CLSID\\" + classId + "\\LocalServer32");
 }
 
 Text FromProgramFiles(const Text& version) {

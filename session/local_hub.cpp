@@ -11,16 +11,21 @@ LocalHub::LocalHub()
                     [this](std::int16_t id) { m_sckClients_ClientDisconnected(id); },
                     [this](std::int16_t id, const Text& data) { m_sckClients_MessageReceived(id, data); }}) {}
 
-void LocalHub::Open(std::uint16_t port) { m_sckClients.Init(port, "127.0.0.1"); }
+void LocalHub::Open(std::uint16_t port) {
+    m_sckClients.Init(port, "127.0.0.1");
+}
 
-void LocalHub::Close() { m_sckClients.Shutdown(); }
+void LocalHub::Close() {
+    m_sckClients.Shutdown();
+}
 
 Text LocalHub::ClientIDString(std::int16_t clientId) const {
     const Text peer = m_sckClients.RemoteIP(clientId);
     return "#" + NumberText(clientId) + (peer.empty() ? Text() : "[" + peer + "]");
 }
 
-void LocalHub::SendToClient(std::int16_t clientId, const Text& context, const Text& command, const Text& params) {
+void LocalHub::SendToClient(std::int16_t clientId, const Text& context, const Text& command,
+                            const Text& params) {
     const Text message = MakeMessage(context, command, params);
     MaybeLogProtocolData(message, true, ClientIDString(clientId));
     m_sckClients.SendData(clientId, message);

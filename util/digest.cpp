@@ -39,7 +39,8 @@ Text MD5SumAsHex(TextView text) try {
     digest.Finish();
     return digest.AsHex();
 } catch (...) {
-    HandleErrorAndReRaise("Util.MD5SumAsHex");
+    HandleError("Util.MD5SumAsHex");
+    return "";
 }
 
 Text GenerateRVLChecksum(TextView text) try {

@@ -24,7 +24,7 @@ class MessageDigest {
     Text m_hex;
 };
 
-/// Reports a failure and raises it again.
+/// A failure is reported and gives the empty text, which equals no digest.
 Text MD5SumAsHex(TextView text);
 
 /// The 16 characters that prove to the server, and local processes to the service, that a text comes from

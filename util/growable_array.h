@@ -11,11 +11,8 @@
 
 namespace rvl {
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wshadow"  // GCC 12 takes the scoped name for one that hides rvl::Text
 /// How texts are compared: by their codes, or without regard to case.
 enum class CompareMode { Binary = 0, Text = 1 };
-#pragma GCC diagnostic pop
 
 /// What the vectors share. `Vector` is the class that derives from it; it tells its name (kName, under which
 /// errors are reported) and when two elements are equal (AreEqual). Indices are zero-based. An operation

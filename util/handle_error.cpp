@@ -13,7 +13,9 @@ ErrorSink* g_sink = nullptr;
 
 }  // namespace
 
-void InstallErrorSink(ErrorSink* sink) { g_sink = sink; }
+void InstallErrorSink(ErrorSink* sink) {
+    g_sink = sink;
+}
 
 ErrorRecord CurrentError() {
     try {
@@ -44,11 +46,23 @@ void ErrAssert(bool condition, TextView message) {
     if (!condition) Raise(kAssertError, "Util.ErrAssert", "Assert failed: " + Text(message));
 }
 
-void RaiseInvalidCall(TextView source) { Raise(5, source, "Invalid procedure call or argument"); }
-void RaiseOverflow(TextView source) { Raise(6, source, "Overflow"); }
-void RaiseTypeMismatch(TextView source) { Raise(13, source, "Type mismatch"); }
-void RaiseFileNotFound(TextView source) { Raise(53, source, "File not found"); }
-void RaiseInvalidPropertyValue(TextView source) { Raise(380, source, "Invalid property value"); }
-void RaiseNotSettableAtRunTime(TextView source) { Raise(382, source, "Set not supported at runtime"); }
+void RaiseInvalidCall(TextView source) {
+    Raise(5, source, "Invalid procedure call or argument");
+}
+void RaiseOverflow(TextView source) {
+    Raise(6, source, "Overflow");
+}
+void RaiseTypeMismatch(TextView source) {
+    Raise(13, source, "Type mismatch");
+}
+void RaiseFileNotFound(TextView source) {
+    Raise(53, source, "File not found");
+}
+void RaiseInvalidPropertyValue(TextView source) {
+    Raise(380, source, "Invalid property value");
+}
+void RaiseNotSettableAtRunTime(TextView source) {
+    Raise(382, source, "Set not supported at runtime");
+}
 
 }  // namespace rvl

@@ -16,10 +16,16 @@ std::unique_ptr<DynamicLibrary> DynamicLibrary::Load(const Text& path, Text& pro
     return std::unique_ptr<DynamicLibrary>(new DynamicLibrary(handle));
 }
 
-DynamicLibrary::~DynamicLibrary() { dlclose(m_handle); }
+DynamicLibrary::~DynamicLibrary() {
+    dlclose(m_handle);
+}
 
-void* DynamicLibrary::Symbol(const char* name) const { return dlsym(m_handle, name); }
+void* DynamicLibrary::Symbol(const char* name) const {
+    return dlsym(m_handle, name);
+}
 
-Text LibraryFileName(const Text& name) { return name + ".so"; }
+Text LibraryFileName(const Text& name) {
+    return name + ".so";
+}
 
 }  // namespace rvl::platform

@@ -24,7 +24,9 @@ gboolean RunPosted(gpointer data) {
     return G_SOURCE_REMOVE;
 }
 
-void DeletePosted(gpointer data) { std::unique_ptr<std::function<void()>>(static_cast<std::function<void()>*>(data)); }
+void DeletePosted(gpointer data) {
+    std::unique_ptr<std::function<void()>>(static_cast<std::function<void()>*>(data));
+}
 
 }  // namespace
 
@@ -36,7 +38,9 @@ void DispatchEvent(const std::function<void()>& handler) noexcept {
     }
 }
 
-void SetEventErrorHandler(std::function<void()> handler) { ErrorHandler() = std::move(handler); }
+void SetEventErrorHandler(std::function<void()> handler) {
+    ErrorHandler() = std::move(handler);
+}
 
 void RunEventLoop() {
     GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
@@ -50,7 +54,9 @@ void QuitEventLoop() {
     if (RunningLoop() != nullptr) g_main_loop_quit(RunningLoop());
 }
 
-void ProcessPendingEvents() { g_main_context_iteration(nullptr, FALSE); }
+void ProcessPendingEvents() {
+    g_main_context_iteration(nullptr, FALSE);
+}
 
 void WaitForEvents(std::uint32_t milliseconds) {
     bool elapsed = false;
@@ -105,6 +111,8 @@ void WakeUp::After(std::uint64_t milliseconds) {
     g_source_set_ready_time(m_impl->source, moment);
 }
 
-void WakeUp::Cancel() { g_source_set_ready_time(m_impl->source, -1); }
+void WakeUp::Cancel() {
+    g_source_set_ready_time(m_impl->source, -1);
+}
 
 }  // namespace rvl::platform

@@ -13,7 +13,9 @@
 namespace rvl::platform {
 namespace {
 
-int Win32LastError() { return Win32ErrorFromErrno(errno); }
+int Win32LastError() {
+    return Win32ErrorFromErrno(errno);
+}
 
 int AccessFlags(FileAccess access) {
     switch (access) {
@@ -59,7 +61,9 @@ bool IsRegularFile(int descriptor) {
 
 }  // namespace
 
-FileHandle::~FileHandle() { Close(); }
+FileHandle::~FileHandle() {
+    Close();
+}
 
 FileHandle::FileHandle(FileHandle&& other) noexcept : m_handle(std::exchange(other.m_handle, -1)) {}
 

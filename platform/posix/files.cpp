@@ -19,7 +19,9 @@ constexpr int kFileNotFound = 2;
 constexpr int kPathNotFound = 3;
 constexpr int kAccessDenied = 5;
 
-int Win32LastError() { return Win32ErrorFromErrno(errno); }
+int Win32LastError() {
+    return Win32ErrorFromErrno(errno);
+}
 
 bool StatusOf(const Text& path, struct stat& status) {
     const std::string host = HostPath(path);
@@ -45,7 +47,8 @@ int CopyContent(FileHandle& from, FileHandle& to) {
 }
 
 bool IsSameFile(const Text& one, const Text& other) {
-    struct stat first {}, second {};
+    struct stat first {
+    }, second{};
     return StatusOf(one, first) && StatusOf(other, second) && first.st_dev == second.st_dev &&
            first.st_ino == second.st_ino;
 }

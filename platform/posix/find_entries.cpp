@@ -6,8 +6,8 @@
 #include <memory>
 #include <optional>
 
-#include "platform/files.h"
 #include "platform/error.h"
+#include "platform/files.h"
 #include "platform/posix/host_path.h"
 #include "platform/posix/name_case.h"
 
@@ -21,7 +21,8 @@ bool MatchesWildcard(TextView name, TextView pattern) {
         if (p < pattern.size() && pattern[p] == '*') {
             starPattern = p++;
             starName = n;
-        } else if (p < pattern.size() && (pattern[p] == '?' || LowerLatin1(pattern[p]) == LowerLatin1(name[n]))) {
+        } else if (p < pattern.size() &&
+                   (pattern[p] == '?' || LowerLatin1(pattern[p]) == LowerLatin1(name[n]))) {
             ++n, ++p;
         } else if (starPattern != TextView::npos) {
             p = starPattern + 1;

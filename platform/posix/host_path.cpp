@@ -15,7 +15,9 @@
 namespace rvl::platform {
 namespace {
 
-bool IsSeparator(char character) { return character == '\\' || character == '/'; }
+bool IsSeparator(char character) {
+    return character == '\\' || character == '/';
+}
 
 bool Exists(const std::string& path) {
     struct stat status {};
@@ -24,7 +26,8 @@ bool Exists(const std::string& path) {
 
 std::string FoldedUtf8(TextView text) {
     Text folded(text);
-    for (char& character : folded) character = static_cast<char>(LowerLatin1(character));
+    for (char& character : folded)
+        character = static_cast<char>(LowerLatin1(character));
     return Utf8FromText(folded);
 }
 
@@ -41,7 +44,8 @@ bool MatchesFolded(const char* hostName, const std::string& folded) {
 std::string ExistingName(const std::string& folder, TextView name) {
     std::string exact = Utf8FromText(name);
     if (Exists(folder + "/" + exact)) return exact;
-    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.empty() ? "/" : folder.c_str()), closedir);
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.empty() ? "/" : folder.c_str()),
+                                                        closedir);
     if (!directory) return exact;
     const std::string folded = FoldedUtf8(name);
     while (const dirent* entry = readdir(directory.get()))
@@ -60,7 +64,8 @@ std::string AppendSteps(const Base& base, TextView path) {
     std::string host = base.folder;
     for (std::size_t start = 0; start < path.size();) {
         std::size_t end = start;
-        while (end < path.size() && !IsSeparator(path[end])) ++end;
+        while (end < path.size() && !IsSeparator(path[end]))
+            ++end;
         const TextView step = path.substr(start, end - start);
         start = end + 1;
         if (step.empty() || step == ".") continue;
@@ -72,7 +77,9 @@ std::string AppendSteps(const Base& base, TextView path) {
     return host;
 }
 
-std::string DriveC() { return WorkstationRoot() + "/drive_c"; }
+std::string DriveC() {
+    return WorkstationRoot() + "/drive_c";
+}
 
 bool IsDrive(TextView path, char letter) {
     return path.size() >= 2 && path[1] == ':' && (path[0] | 0x20) == letter;

@@ -26,7 +26,8 @@ std::string LoginName() {
     std::array<char, 4096> buffer{};
     passwd entry{};
     passwd* found = nullptr;
-    const bool known = getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr;
+    const bool known =
+        getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr;
     return known ? entry.pw_name : std::to_string(geteuid());
 }
 
@@ -43,15 +44,25 @@ std::uint32_t ReleaseNumber(const std::string& release, int position) {
 
 }  // namespace
 
-Text UserName() { return EnvironmentText("RVL_USER", LoginName().c_str()); }
+Text UserName() {
+    return EnvironmentText("RVL_USER", LoginName().c_str());
+}
 
-Text LanGroup() { return EnvironmentText("RVL_DOMAIN", "WORKGROUP"); }
+Text LanGroup() {
+    return EnvironmentText("RVL_DOMAIN", "WORKGROUP");
+}
 
-Text FullUserNameSam() { return LanGroup() + "\\" + UserName(); }
+Text FullUserNameSam() {
+    return LanGroup() + "\\" + UserName();
+}
 
-Text WorkstationUserName() { return FullUserNameSam(); }
+Text WorkstationUserName() {
+    return FullUserNameSam();
+}
 
-Text DomainControllerName() { return EnvironmentText("RVL_DOMAIN_CONTROLLER", ""); }
+Text DomainControllerName() {
+    return EnvironmentText("RVL_DOMAIN_CONTROLLER", "");
+}
 
 Text ComputerName() {
     std::array<char, 256> name{};

@@ -53,9 +53,13 @@ namespace {
 /// The pending GLib call keeps the lookup alive until its callback; a cancelled one has no completion left.
 using Pending = std::shared_ptr<NameLookup::Impl>;
 
-gpointer Keep(const Pending& impl) { return std::make_unique<Pending>(impl).release(); }
+gpointer Keep(const Pending& impl) {
+    return std::make_unique<Pending>(impl).release();
+}
 
-Pending Take(gpointer data) { return std::move(*std::unique_ptr<Pending>(static_cast<Pending*>(data))); }
+Pending Take(gpointer data) {
+    return std::move(*std::unique_ptr<Pending>(static_cast<Pending*>(data)));
+}
 
 void ForwardFinished(GObject*, GAsyncResult* result, gpointer data) {
     const Pending impl = Take(data);

@@ -48,7 +48,9 @@ void SetCommandLine(int argc, const char* const* argv) {
     }
 }
 
-Text CommandLine() { return CommandLineText(); }
+Text CommandLine() {
+    return CommandLineText();
+}
 
 Text ExecutablePath() {
     char path[PATH_MAX];
@@ -56,11 +58,17 @@ Text ExecutablePath() {
     return size > 0 ? WindowsPath({path, static_cast<std::size_t>(size)}) : Text();
 }
 
-std::uint32_t ProcessId() { return static_cast<std::uint32_t>(getpid()); }
+std::uint32_t ProcessId() {
+    return static_cast<std::uint32_t>(getpid());
+}
 
-void ExitProcessNow(int code) { _exit(code); }
+void ExitProcessNow(int code) {
+    _exit(code);
+}
 
-void WriteStandardError(const Text& line) { std::cerr << Utf8FromText(line) << std::endl; }
+void WriteStandardError(const Text& line) {
+    std::cerr << Utf8FromText(line) << std::endl;
+}
 
 bool HasDisplay() {
     const char* display = std::getenv("DISPLAY");
@@ -70,7 +78,8 @@ bool HasDisplay() {
 bool OpenDocument(const Text& address) {
     std::string program = "xdg-open", argument = Utf8FromText(address);
     char* arguments[] = {program.data(), argument.data(), nullptr};
-    return g_spawn_async(nullptr, arguments, nullptr, G_SPAWN_SEARCH_PATH, nullptr, nullptr, nullptr, nullptr) != 0;
+    return g_spawn_async(nullptr, arguments, nullptr, G_SPAWN_SEARCH_PATH, nullptr, nullptr, nullptr,
+                         nullptr) != 0;
 }
 
 std::uint64_t SystemRandom() {

@@ -27,9 +27,13 @@ Ipv4Endpoint FromSockaddr(const sockaddr_in& address) {
     return {address.sin_addr.s_addr, ntohs(address.sin_port)};
 }
 
-int LastError() { return SocketErrorFromErrno(errno); }
+int LastError() {
+    return SocketErrorFromErrno(errno);
+}
 
-int ResultOf(int returned) { return returned < 0 ? LastError() : 0; }
+int ResultOf(int returned) {
+    return returned < 0 ? LastError() : 0;
+}
 
 template <typename T>
 int SetOption(int descriptor, int name, T value) {
@@ -49,7 +53,9 @@ void TurnAway(int listener) {
     SpareDescriptor() = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
 }
 
-constexpr GIOCondition Conditions(int bits) { return static_cast<GIOCondition>(bits); }
+constexpr GIOCondition Conditions(int bits) {
+    return static_cast<GIOCondition>(bits);
+}
 
 constexpr int kReadInterest = G_IO_IN | G_IO_HUP | G_IO_ERR;
 
@@ -133,7 +139,9 @@ struct SocketEndpoint::Impl : std::enable_shared_from_this<SocketEndpoint::Impl>
 };
 
 SocketEndpoint::SocketEndpoint() : m_impl(std::make_shared<Impl>()) {}
-SocketEndpoint::~SocketEndpoint() { m_impl->Close(); }
+SocketEndpoint::~SocketEndpoint() {
+    m_impl->Close();
+}
 
 int SocketEndpoint::Open(Protocol protocol) {
     const int type = protocol == Protocol::Tcp ? SOCK_STREAM : SOCK_DGRAM;
@@ -147,7 +155,9 @@ int SocketEndpoint::Bind(Ipv4Endpoint local) {
     return ResultOf(::bind(m_impl->descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address));
 }
 
-int SocketEndpoint::EnableBroadcast() { return SetOption(m_impl->descriptor, SO_BROADCAST, 1); }
+int SocketEndpoint::EnableBroadcast() {
+    return SetOption(m_impl->descriptor, SO_BROADCAST, 1);
+}
 
 int SocketEndpoint::Listen(int backlog) {
     m_impl->listening = true;
@@ -159,8 +169,8 @@ int SocketEndpoint::Connect(Ipv4Endpoint remote) {
     const sockaddr_in address = ToSockaddr(remote);
     m_impl->connecting = true;
     m_impl->UpdateInterest();
-    const int result = ResultOf(
-        ::connect(m_impl->descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address));
+    const int result =
+        ResultOf(::connect(m_impl->descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address));
     constexpr int kInProgress = 10036, kRefused = 10061;
     if (result == kRefused) m_impl->connectError = result;  // reported like a refusal that comes later
     return result == kInProgress || result == kRefused ? 0 : result;
@@ -182,9 +192,9 @@ int SocketEndpoint::Accept(std::intptr_t listener, Ipv4Endpoint& remote) {
 
 void SocketEndpoint::Watch(Notify notify) {
     m_impl->notify = std::move(notify);
-    m_impl->watch = std::make_unique<SocketWatch>(
-        m_impl->descriptor, m_impl->Interest(),
-        [impl = m_impl.get()](GIOCondition ready) { impl->OnReady(ready); });
+    m_impl->watch =
+        std::make_unique<SocketWatch>(m_impl->descriptor, m_impl->Interest(),
+                                      [impl = m_impl.get()](GIOCondition ready) { impl->OnReady(ready); });
 }
 
 int SocketEndpoint::Send(const char* data, std::size_t size, std::size_t& sent) {
@@ -232,11 +242,17 @@ int SocketEndpoint::LocalPort(std::uint16_t& port) const {
     return result;
 }
 
-std::intptr_t SocketEndpoint::Handle() const { return m_impl->descriptor; }
+std::intptr_t SocketEndpoint::Handle() const {
+    return m_impl->descriptor;
+}
 
-void SocketEndpoint::Close() { m_impl->Close(); }
+void SocketEndpoint::Close() {
+    m_impl->Close();
+}
 
-int StartSocketLibrary() { return 0; }
+int StartSocketLibrary() {
+    return 0;
+}
 void EndSocketLibrary() {}
 
 }  // namespace rvl::platform

@@ -43,6 +43,8 @@ SocketWatch::~SocketWatch() {
     g_source_unref(m_source);
 }
 
-void SocketWatch::SetConditions(GIOCondition conditions) { g_source_modify_unix_fd(m_source, m_tag, conditions); }
+void SocketWatch::SetConditions(GIOCondition conditions) {
+    g_source_modify_unix_fd(m_source, m_tag, conditions);
+}
 
 }  // namespace rvl::platform

@@ -5,7 +5,9 @@
 namespace rvl::platform {
 namespace {
 
-Text UserFolder(const char* below) { return "C:\\Users\\" + UserName() + "\\" + below; }
+Text UserFolder(const char* below) {
+    return "C:\\Users\\" + UserName() + "\\" + below;
+}
 
 }  // namespace
 

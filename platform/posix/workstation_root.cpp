@@ -25,7 +25,8 @@ std::string CreateRoot() {
     std::filesystem::path root = std::filesystem::absolute(ChooseRoot(), ignored).lexically_normal();
     std::filesystem::create_directories(root / "drive_c", ignored);
     std::string text = root.string();
-    while (text.size() > 1 && text.back() == '/') text.pop_back();
+    while (text.size() > 1 && text.back() == '/')
+        text.pop_back();
     return text;
 }
 

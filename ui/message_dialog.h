@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/text.h"
+
+namespace rvl {
+
+/// Shows a standard message box and returns the button pressed (runtime/dialogs.h).
+int ShowMessageDialog(const Text& prompt, int style, const Text& title);
+
+}  // namespace rvl
