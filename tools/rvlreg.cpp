@@ -147,7 +147,8 @@ int main(int argc, char** argv) {
         for (int index = 1; index < argc; ++index)
             arguments.push_back(TextFromUtf8(argv[index]));
         if (arguments.empty()) throw WrongUsage();
-        return Run(arguments[0], {arguments.begin() + 1, arguments.end()});
+        const int status = Run(arguments[0], {arguments.begin() + 1, arguments.end()});
+        return std::fflush(stdout) == 0 ? status : kFailed;
     } catch (const WrongUsage&) {
         std::fputs(kUsage, stderr);
         return kWrongUsage;

@@ -5,25 +5,19 @@
 
 #include "util/handle_error.h"
 
+#include "platform/latin1_case.h"
+
 namespace rvl {
 namespace {
-
-constexpr int kCaseDistance = 'a' - 'A';
 
 unsigned char Code(char character) {
     return static_cast<unsigned char>(character);
 }
 
-char LowerCharacter(char character) {
-    const unsigned char code = Code(character);
-    const bool upper = (code >= 'A' && code <= 'Z') || (code >= 0xC0 && code <= 0xDE && code != 0xD7);
-    return upper ? static_cast<char>(code + kCaseDistance) : character;
-}
-
 char UpperCharacter(char character) {
     const unsigned char code = Code(character);
     const bool lower = (code >= 'a' && code <= 'z') || (code >= 0xE0 && code <= 0xFE && code != 0xF7);
-    return lower ? static_cast<char>(code - kCaseDistance) : character;
+    return lower ? static_cast<char>(code - 0x20) : character;
 }
 
 bool IsNonPrintable(char character) {
@@ -35,9 +29,7 @@ bool IsNonPrintable(char character) {
 }  // namespace
 
 Text LowerCase(TextView text) {
-    Text result(text);
-    std::transform(result.begin(), result.end(), result.begin(), LowerCharacter);
-    return result;
+    return LowerLatin1(text);
 }
 
 Text UpperCase(TextView text) {
@@ -59,8 +51,8 @@ Text Trim(TextView text) {
 int CompareNoCase(TextView a, TextView b) {
     const std::size_t common = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < common; ++i) {
-        const unsigned char left = Code(LowerCharacter(a[i]));
-        const unsigned char right = Code(LowerCharacter(b[i]));
+        const unsigned char left = Code(LowerLatin1(a[i]));
+        const unsigned char right = Code(LowerLatin1(b[i]));
         if (left != right) return left < right ? -1 : 1;
     }
     if (a.size() == b.size()) return 0;

@@ -46,6 +46,14 @@ int CopyContent(FileHandle& from, FileHandle& to) {
     }
 }
 
+int FlushToDisk(const std::string& host) {
+    const int descriptor = ::open(host.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) return Win32LastError();
+    const int code = ::fsync(descriptor) != 0 ? Win32LastError() : 0;
+    ::close(descriptor);
+    return code;
+}
+
 bool IsSameFile(const Text& one, const Text& other) {
     struct stat first {
     }, second{};
@@ -87,6 +95,8 @@ int CopyFileTo(const Text& source, const Text& destination) {
 int MoveFileTo(const Text& source, const Text& destination) {
     const std::string from = HostPath(source), to = HostPath(destination);
     if (from.empty() || to.empty()) return kPathNotFound;
+    // On the disk before it takes the name: a power cut must not leave the new name with nothing behind it.
+    if (const int code = FlushToDisk(from); code != 0) return code;
     return std::rename(from.c_str(), to.c_str()) != 0 ? Win32LastError() : 0;
 }
 

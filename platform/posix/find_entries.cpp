@@ -8,8 +8,8 @@
 
 #include "platform/error.h"
 #include "platform/files.h"
+#include "platform/latin1_case.h"
 #include "platform/posix/host_path.h"
-#include "platform/posix/name_case.h"
 
 namespace rvl::platform {
 namespace {

@@ -9,7 +9,7 @@
 #include <optional>
 
 #include "platform/error.h"
-#include "platform/posix/name_case.h"
+#include "platform/latin1_case.h"
 #include "platform/posix/workstation_root.h"
 
 namespace rvl::platform {
@@ -25,10 +25,7 @@ bool Exists(const std::string& path) {
 }
 
 std::string FoldedUtf8(TextView text) {
-    Text folded(text);
-    for (char& character : folded)
-        character = static_cast<char>(LowerLatin1(character));
-    return Utf8FromText(folded);
+    return Utf8FromText(LowerLatin1(text));
 }
 
 /// True when a host name reads like `folded` without regard to case.

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "platform/text.h"
+
+namespace rvl::deployserver {
+
+/// The file to push to every workstation that logs in.
+struct PushOrder {
+    Text localFile;
+    Text remotePath;
+    std::size_t pieceSize = 262144;
+    bool resumeAllowed = true;
+};
+
+/// How a link is cut in the middle of a transfer.
+enum class CutMethod {
+    Close,      ///< the connection is closed: the client tries again after its retry interval
+    FindAgain,  ///< the client is told to drop the link and to locate its server again, at once
+};
+
+struct CutOrder {
+    std::optional<std::int64_t> afterBytes;  ///< none: no cut
+    CutMethod method = CutMethod::Close;
+};
+
+struct Options {
+    bool help = false;
+    bool version = false;
+    std::uint16_t port = 16378;
+    Text name;  ///< empty: the computer's name
+    std::optional<PushOrder> push;
+    CutOrder cut;
+    bool once = false;
+    bool locate = true;
+    bool quiet = false;
+};
+
+/// A command line that makes no sense, with the reason.
+struct WrongUsage {
+    Text reason;
+};
+
+/// Reads the arguments after the program name; raises WrongUsage.
+Options ParseOptions(const std::vector<Text>& arguments);
+
+Text HelpText();
+
+}  // namespace rvl::deployserver
