@@ -26,12 +26,15 @@ class ByteQueue {
         if (IsEmpty()) Clear();
     }
 
-    /// Empties the queue; a store that grew large is given back.
+    /// Empties the queue; its room stays for what comes next.
     void Clear() {
-        constexpr std::size_t kKeptCapacity = 65536;
         m_bytes.clear();
-        if (m_bytes.capacity() > kKeptCapacity) m_bytes.shrink_to_fit();
         m_taken = 0;
+    }
+
+    /// Gives back the room that a quiet connection does not need.
+    void ReleaseRoom() {
+        if (IsEmpty()) m_bytes.shrink_to_fit();
     }
 
  private:

@@ -24,6 +24,9 @@ class FrameReader {
     /// negative; this is logged.
     bool Receive(TextView bytes, const Deliver& deliver);
 
+    /// Gives back the memory of an empty buffer; for the owner's regular tick.
+    void ReleaseRoom() { m_buffer.ReleaseRoom(); }
+
     /// Discards what is waiting and delivers nothing more; a running Receive ends after its current message.
     void Close();
 

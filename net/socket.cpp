@@ -385,7 +385,8 @@ void Socket::SendSomeData(bool deferredCompletion) {
 /// Sends the next piece of the queue; false when the loop has to stop.
 bool Socket::SendChunk(std::size_t& sent) {
     const TextView chunk = m_sendQueue.Waiting().substr(0, kSendChunk);
-    const int error = m_endpoint.Send(chunk.data(), chunk.size(), sent);
+    const bool moreFollows = m_sendQueue.Size() > chunk.size();
+    const int error = m_endpoint.Send(chunk.data(), chunk.size(), moreFollows, sent);
     if (error == 0) {
         m_sendQueue.Take(sent);
         return true;

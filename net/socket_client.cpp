@@ -132,6 +132,7 @@ void SocketClient::Error(std::int16_t, std::int32_t, const Text&) {
 }
 
 void SocketClient::m_tmrKeepAlive_ThatTime() {
+    if (m_reader) m_reader->ReleaseRoom();
     if (m_connected) SendData("");
 }
 

@@ -203,6 +203,7 @@ void SocketServer::CloseClient(std::int16_t clientId) try {
 void SocketServer::m_tmrKeepAlive_ThatTime() try {
     for (std::size_t id = 0; id < m_slots.size(); ++id) {
         const Slot& slot = m_slots[id];
+        if (slot.reader) slot.reader->ReleaseRoom();
         if (!slot.socket || !CheckTickCountEx(slot.lastActivity, kIdleTimeout)) continue;
         Log("Idle timeout for connection, closing.");
         CloseClient(static_cast<std::int16_t>(id));

@@ -54,7 +54,8 @@ class SocketEndpoint {
     /// Begins to notify. Writable is notified once after a Send that would have blocked.
     void Watch(Notify notify);
 
-    int Send(const char* data, std::size_t size, std::size_t& sent);
+    /// moreFollows is a hint that the next Send comes at once, so that segments can be filled.
+    int Send(const char* data, std::size_t size, bool moreFollows, std::size_t& sent);
     int Receive(char* buffer, std::size_t size, std::size_t& received);
     int SendTo(Ipv4Endpoint remote, const char* data, std::size_t size);
     int ReceiveFrom(char* buffer, std::size_t size, std::size_t& received, Ipv4Endpoint& remote);

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "util/handle_error.h"
-
 #include "platform/latin1_case.h"
+#include "util/handle_error.h"
 
 namespace rvl {
 namespace {
