@@ -190,6 +190,7 @@ void Socket::ConnectTo(const Text& address, std::uint16_t port) {
     }
     if (error == 0) return;
     const Text description = "Error connecting to " + address + ":" + NumberText(port);
+    m_endpoint.Close();  // nothing of a connect that did not start may be notified
     Reset();
     Raise("Error", [&](SocketEvent& sink) {
         sink.Error(m_index, kApplicationErrorBase + kConnectFailed, description);
@@ -370,15 +371,20 @@ void Socket::SendData(TextView data) {
 void Socket::SendSomeData(bool deferredCompletion) {
     if (m_sending || m_sendQueue.IsEmpty() || m_wouldBlock) return;
     const auto self = shared_from_this();
+    {
+        const FlagGuard sending(m_sending);
+        RunSendLoop();
+    }
+    // Outside the loop: whoever hears that everything is sent may send again.
+    if (m_state == SocketState::Connected && m_sendQueue.IsEmpty()) CompleteSending(deferredCompletion);
+}
+
+void Socket::RunSendLoop() {
     std::size_t sent = 0;
-    while (m_state == SocketState::Connected && SendChunk(sent)) {
-        {
-            const FlagGuard sending(m_sending);
-            YieldToPendingEvents();
-        }
+    while (m_state == SocketState::Connected && !m_sendQueue.IsEmpty() && SendChunk(sent)) {
+        YieldToPendingEvents();
         Raise("SendProgress",
               [&](SocketEvent& sink) { sink.SendProgress(m_index, sent, m_sendQueue.Size()); });
-        if (m_sendQueue.IsEmpty()) return CompleteSending(deferredCompletion);
     }
 }
 

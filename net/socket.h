@@ -88,6 +88,7 @@ class Socket : public std::enable_shared_from_this<Socket> {
     void OnClosed();
 
     void SendSomeData(bool deferredCompletion);
+    void RunSendLoop();
     bool SendChunk(std::size_t& sent);
     void CompleteSending(bool deferred);
     void RaiseError(std::int32_t number, const Text& extra = "");

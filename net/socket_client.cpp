@@ -71,14 +71,21 @@ void SocketClient::Reconnect() {
 
 void SocketClient::RetryConnectSoon() try {
     DropSocket();
-    if (std::exchange(m_connected, false))
-        m_events.ConnectionLost();
-    else
-        m_events.ConnectionRetryFailed();
+    const bool wasConnected = std::exchange(m_connected, false);
+    TellOwner(wasConnected ? m_events.ConnectionLost : m_events.ConnectionRetryFailed);
     // The owner may have given up (Reset) or turned to another host (Init) while it was told.
     if (!m_host.empty() && !m_socket) StartRetryTimer();
 } catch (...) {
     HandleError("SocketClient.RetryConnectSoon");
+}
+
+/// An owner that fails must not end the retries.
+void SocketClient::TellOwner(const std::function<void()>& event) {
+    try {
+        event();
+    } catch (...) {
+        HandleError("SocketClient.RetryConnectSoon");
+    }
 }
 
 void SocketClient::StartRetryTimer() {
@@ -116,11 +123,19 @@ void SocketClient::Connected(std::int16_t) try {
 void SocketClient::DataReceived(std::int16_t index, const Text& data) try {
     const auto reader = m_reader;  // survives a handler that drops the connection
     if (!reader) return;
-    const bool sound =
-        reader->Receive(data, [this](Text message) { m_events.MessageReceived(std::move(message)); });
+    const bool sound = reader->Receive(data, [this](Text message) { OnMessage(std::move(message)); });
     if (!sound) Closed(index);
 } catch (...) {
     HandleError("SocketClient.SocketEvent_DataReceived");
+}
+
+/// A message that fails must not hold up those behind it.
+void SocketClient::OnMessage(Text message) {
+    try {
+        m_events.MessageReceived(std::move(message));
+    } catch (...) {
+        HandleError("SocketClient.SocketEvent_DataReceived");
+    }
 }
 
 void SocketClient::Closed(std::int16_t) {

@@ -53,6 +53,8 @@ class SocketClient : private SocketEvent {
 
     void DropSocket();
     void OpenSocket();
+    void TellOwner(const std::function<void()>& event);
+    void OnMessage(Text message);
     void StartRetryTimer();
     void m_tmrKeepAlive_ThatTime();
 

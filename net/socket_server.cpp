@@ -179,7 +179,12 @@ void SocketServer::DataReceived(std::int16_t index, const Text& data) try {
 
 void SocketServer::OnMessage(std::int16_t clientId, Text message) {
     if (Slot* slot = SlotOf(clientId)) slot->lastActivity = GetTickCountEx();
-    if (!message.empty()) m_events.MessageReceived(clientId, std::move(message));
+    if (message.empty()) return;
+    try {
+        m_events.MessageReceived(clientId, std::move(message));
+    } catch (...) {  // the messages behind it are served
+        HandleError("SocketServer.SocketEvent_DataReceived");
+    }
 }
 
 void SocketServer::Closed(std::int16_t index) {
@@ -191,13 +196,18 @@ void SocketServer::Error(std::int16_t index, std::int32_t, const Text& descripti
     CloseClient(index);
 }
 
-void SocketServer::CloseClient(std::int16_t clientId) try {
+void SocketServer::CloseClient(std::int16_t clientId) {
     const Slot* slot = SlotOf(clientId);
     if (slot == nullptr || !slot->socket) return;
-    m_events.ClientDisconnected(clientId);
-    KillClient(clientId);
-} catch (...) {
-    HandleError("SocketServer.CloseClient");
+    const auto closing = slot->socket;
+    try {
+        m_events.ClientDisconnected(clientId);
+    } catch (...) {  // the slot is freed whatever its owner does
+        HandleError("SocketServer.CloseClient");
+    }
+    // The owner may have killed the client itself, and a newcomer may have the slot already.
+    slot = SlotOf(clientId);
+    if (slot != nullptr && slot->socket == closing) KillClient(clientId);
 }
 
 void SocketServer::m_tmrKeepAlive_ThatTime() try {

@@ -57,14 +57,14 @@ void CutLog(const Text& path, std::int64_t excess, std::int64_t keep) try {
     HandleError("Globals.TrimLogFile");
 }
 
-/// A file-content message with its content left out, whatever context the transfer has.
+/// A file-content message with its content left out, whatever context the transfer has; else the empty text.
 Text WithoutFileContent(TextView data) {
-    constexpr TextView kFileData("\0FILE_DATA", 10);
     const std::size_t contextEnd = data.find('\0');
-    const bool isFileData =
-        contextEnd != TextView::npos && data.substr(contextEnd, kFileData.size()) == kFileData;
-    if (!isFileData) return Text();
-    return Text(data.substr(0, contextEnd)) + Text(kFileData) + Text("\0[...]", 6);
+    if (contextEnd == TextView::npos) return Text();
+    const std::size_t commandEnd = data.find('\0', contextEnd + 1);
+    const TextView command = data.substr(contextEnd + 1, commandEnd - contextEnd - 1);
+    if (commandEnd == TextView::npos || UpperCase(TrimView(command)) != "FILE_DATA") return Text();
+    return Text(data.substr(0, commandEnd + 1)) + "[...]";
 }
 
 Text PrintableForm(TextView text) {

@@ -27,24 +27,20 @@ void TimerQueue::Stop(CTimer& timer) {
     if (std::erase_if(m_waiting, isThis) > 0) Arm();
 }
 
-std::vector<TimerQueue::Key> TimerQueue::TakeDue(std::uint64_t now) {
-    std::vector<Key> taken;
-    while (!m_waiting.empty() && m_waiting.begin()->first.first <= now) {
-        auto node = m_waiting.extract(m_waiting.begin());
-        taken.push_back(node.key());
-        m_due.insert(std::move(node));
-    }
-    return taken;
+void TimerQueue::TakeDue(std::uint64_t now) {
+    while (!m_waiting.empty() && m_waiting.begin()->first.first <= now)
+        m_due.insert(m_waiting.extract(m_waiting.begin()));
 }
 
 void TimerQueue::RunDueTimers() {
     const std::uint64_t now = GetTickCountEx();
-    for (const Key& key : TakeDue(now)) {
-        const auto entry = m_due.extract(key);
-        if (entry.empty()) continue;  // stopped by a handler before its turn
+    TakeDue(now);
+    while (!m_due.empty()) {
+        const auto entry = m_due.extract(m_due.begin());
         CTimer& timer = *entry.mapped();
-        const std::uint64_t next = key.first + timer.Interval();
+        const std::uint64_t next = entry.key().first + timer.Interval();
         Insert(timer, next > now ? next : now + timer.Interval());  // missed intervals are not made up for
+        Arm();  // the handler may let events run: the other timers go on meanwhile
         timer.Tick();
     }
     Arm();
@@ -56,6 +52,7 @@ std::optional<std::uint64_t> TimerQueue::NextDeadline() const {
 }
 
 void TimerQueue::Arm() {
+    if (!m_due.empty()) return m_wakeUp.After(0);
     const auto deadline = NextDeadline();
     if (!deadline) return m_wakeUp.Cancel();
     const std::uint64_t now = GetTickCountEx();

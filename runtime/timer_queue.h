@@ -4,7 +4,6 @@
 #include <map>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "platform/event_loop.h"
 
@@ -34,7 +33,7 @@ class TimerQueue {
     TimerQueue();
     void Insert(CTimer& timer, std::uint64_t deadline);
     void Arm();
-    std::vector<Key> TakeDue(std::uint64_t now);
+    void TakeDue(std::uint64_t now);
 
     std::map<Key, CTimer*> m_waiting;
     std::map<Key, CTimer*> m_due;  ///< taken out to be ticked

@@ -14,6 +14,10 @@
 namespace rvl::platform {
 namespace {
 
+bool ComesBefore(char one, char other) {
+    return static_cast<unsigned char>(LowerLatin1(one)) < static_cast<unsigned char>(LowerLatin1(other));
+}
+
 /// Matches * and ? without regard to case, in linear time over the last star.
 bool MatchesWildcard(TextView name, TextView pattern) {
     std::size_t n = 0, p = 0, starPattern = TextView::npos, starName = 0;
@@ -70,7 +74,7 @@ std::vector<DirectoryEntry> MatchFolder(const std::string& folder, TextView patt
     }
     std::sort(entries.begin(), entries.end(), [](const DirectoryEntry& a, const DirectoryEntry& b) {
         return std::lexicographical_compare(a.name.begin(), a.name.end(), b.name.begin(), b.name.end(),
-                                            [](char x, char y) { return LowerLatin1(x) < LowerLatin1(y); });
+                                            ComesBefore);
     });
     return entries;
 }
