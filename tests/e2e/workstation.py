@@ -1,0 +1,163 @@
+"""A throwaway workstation: its own root folder, a copy of the programs, and the service running on it."""
+
+import os
+import pathlib
+import re
+import shutil
+import signal
+import sqlite3
+import subprocess
+import tempfile
+import time
+
+BIN = pathlib.Path(os.environ.get("RVL_BIN", pathlib.Path(__file__).parents[2] / "build/release/bin"))
+DEADLINE = 15  # seconds in which everything awaited happens, also on a busy machine
+
+_PREFIX = re.compile(r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d \[Client (?:(\w+) )?(\d+)\] ")
+
+
+def wait_until(condition, what):
+    """Waits for the condition to come true; `what` returns or is the text of the failure when it does not."""
+    end = time.monotonic() + DEADLINE
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError("not in time: " + (what() if callable(what) else what))
+        time.sleep(0.01)
+
+
+def windows_path(host):
+    """How the program names a host path outside its drive C:."""
+    return "Z:" + str(host).replace("/", "\\")
+
+
+class Workstation:
+    def __init__(self, address="localhost", **environment):
+        """The Settings row names the server address; None leaves the database to the first start."""
+        self._folder = tempfile.TemporaryDirectory(prefix="rvl-e2e-")
+        self.folder = pathlib.Path(self._folder.name)
+        self.root = self.folder / "root"
+        self.bin = self.folder / "bin"
+        self.bin.mkdir()
+        for name in ("RVLClient", "RVLClientTemplate.mdb", "RavelinTools.so", "rvlreg"):
+            shutil.copy(BIN / name, self.bin)
+        self.log_path = self.bin / "RVLClient.log"
+        self.database = self.root / "drive_c/ProgramData/Ravelin/Client/RVLClient.mdb"
+        self.environment = {"PATH": os.environ.get("PATH", ""), "RVL_ROOT": str(self.root), "RVL_USER": "ann",
+                            "RVL_DOMAIN": "OFFICE", **environment}
+        self.service = None
+        self._processes = []
+        self._mounts = []
+        if address is not None:
+            self.prepare_database(ServerAddress=address)
+
+    def close(self):
+        for process in self._processes:
+            if process.poll() is None:
+                process.kill()
+            process.communicate()
+        for place in self._mounts:
+            subprocess.run(["umount", place], check=True)
+        self._folder.cleanup()
+
+    def mount(self, place, *arguments):
+        """Mounts at the place, until the end of the workstation; false when the system does not grant it."""
+        mounted = subprocess.run(["mount", *arguments, place], stderr=subprocess.DEVNULL).returncode == 0
+        if mounted:
+            self._mounts.append(place)
+        return mounted
+
+    # The database
+
+    def prepare_database(self, **settings):
+        self.database.parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(BIN / "RVLClientTemplate.mdb", self.database)
+        self.query("DELETE FROM Settings")
+        for name, value in settings.items():
+            self.query("INSERT INTO Settings (%s) VALUES (?)" % name, value)
+
+    def query(self, sql, *values):
+        connection = sqlite3.connect(self.database, timeout=DEADLINE)
+        try:
+            with connection:
+                return connection.execute(sql, values).fetchall()
+        finally:
+            connection.close()
+
+    def setting(self, name):
+        return self.query("SELECT %s FROM Settings" % name)[0][0]
+
+    # Processes
+
+    def start(self, *arguments, program="RVLClient"):
+        """Starts a program without waiting for it to end."""
+        process = subprocess.Popen([self.bin / program, *arguments], env=self.environment, cwd=self.folder,
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        self._processes.append(process)
+        return process
+
+    def run(self, *arguments, program="RVLClient"):
+        """Runs a program to its end; returns its exit code, output and errors."""
+        process = self.start(*arguments, program=program)
+        try:
+            output, errors = process.communicate(timeout=DEADLINE)
+        except subprocess.TimeoutExpired:
+            raise AssertionError("%r does not end; log:\n%s" % (arguments, self.log())) from None
+        return process.returncode, output.decode(), errors.decode()
+
+    def rvlreg(self, *arguments):
+        """Returns the exit status and the output, line by line."""
+        status, output, _ = self.run(*arguments, program="rvlreg")
+        return status, output.splitlines()
+
+    def start_service(self, argument="-service_mode"):
+        begun = self.log().count("Service started")
+        self.service = self.start(argument)
+        wait_until(lambda: self.service.poll() is not None or self.log().count("Service started") > begun,
+                   lambda: "the start of the service; log:\n" + self.log())
+        assert self.service.poll() is None, "the service has ended; log:\n" + self.log()
+        return self.service
+
+    def stop_service(self, control=signal.SIGTERM):
+        """Returns the exit code."""
+        self.service.send_signal(control)
+        try:
+            return self.service.wait(DEADLINE)
+        except subprocess.TimeoutExpired:
+            raise AssertionError("the service does not end; log:\n" + self.log()) from None
+
+    def kill_service(self):
+        self.stop_service(signal.SIGKILL)
+
+    def open_descriptors(self):
+        return len(os.listdir("/proc/%d/fd" % self.service.pid))
+
+    # The log
+
+    def log(self):
+        return self.log_path.read_bytes().decode("latin-1") if self.log_path.is_file() else ""
+
+    def log_entries(self, process=None):
+        """The entries, of one process or of all, as (tag, text); continuation lines belong to the text."""
+        entries = []
+        for line in self.log().split("\r\n")[:-1]:
+            prefix = _PREFIX.match(line)
+            if prefix:
+                entries.append([int(prefix[2]), prefix[1], line[prefix.end():]])
+            else:
+                entries[-1][2] += "\r\n" + line
+        return [(tag, text) for pid, tag, text in entries if process is None or pid == process.pid]
+
+    def wait_log(self, text, count=1):
+        wait_until(lambda: self.log().count(text) >= count,
+                   lambda: "%d x %r in the log:\n%s" % (count, text, self.log()[-4000:]))
+
+    # Files of drive C:
+
+    def host(self, path):
+        return self.root / "drive_c" / path[3:].replace("\\", "/")
+
+    def write(self, path, content=b""):
+        host = self.host(path)
+        host.parent.mkdir(parents=True, exist_ok=True)
+        host.write_bytes(content)
+        return host

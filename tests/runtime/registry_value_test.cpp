@@ -1,0 +1,72 @@
+#include "runtime/registry_value.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/error.h"
+#include "tests/temporary_root.h"
+
+namespace rvl {
+namespace {
+
+cRegistry MakeValue(RegistryType type) {
+    cRegistry value;
+    value.ClassKey = platform::RegistryRoot::CurrentUser;
+    value.SectionKey = "Software\\Ravelin\\Client\\Test";
+    value.ValueKey = "Value";
+    value.ValueType = type;
+    return value;
+}
+
+TEST(cRegistry, ReadsAndWritesAsItsType) {
+    struct Case {
+        RegistryVariant written;
+        RegistryVariant asText;    ///< "default" where there is no such form
+        RegistryVariant asNumber;  ///< 99 where there is no such form
+    };
+    const Case cases[] = {{Text("True"), Text("True"), 99u},
+                          {Text("-12"), Text("-12"), 4294967284u},
+                          {Text("4294967296"), Text("4294967296"), 99u},
+                          {Text(), Text(), 99u},
+                          {7u, Text("7"), 7u}};
+    cRegistry text = MakeValue(RegistryType::String), number = MakeValue(RegistryType::Number);
+    text.Default = Text("default");
+    number.Default = 99u;
+    for (const Case& stored : cases) {
+        (std::holds_alternative<Text>(stored.written) ? text : number).SetValue(stored.written);
+        EXPECT_EQ(text.Value(), stored.asText);
+        EXPECT_EQ(number.Value(), stored.asNumber);
+    }
+    number.SetValue(Text("12"));
+    EXPECT_EQ(std::get<std::uint32_t>(*platform::ReadRegistry(number.ClassKey, number.SectionKey, "value")),
+              12u);
+    EXPECT_THROW(number.SetValue(Text("twelve")), Error);
+    EXPECT_THROW(text.SetValue({}), Error);
+}
+
+TEST(cRegistry, AMissingValueIsTheDefault) {
+    cRegistry value = MakeValue(RegistryType::String);
+    value.SectionKey += "\\Missing";
+    EXPECT_FALSE(value.KeyExists());
+    EXPECT_EQ(value.Value(), RegistryVariant());
+    EXPECT_EQ(value.TextValue(), "");
+    EXPECT_EQ(value.NumberValue(), 0u);
+    EXPECT_FALSE(value.DeleteValue());
+    value.Default = Text("5");
+    EXPECT_EQ(value.NumberValue(), 5u);
+}
+
+TEST(cRegistry, KnowsItsKey) {
+    cRegistry value = MakeValue(RegistryType::String);
+    value.SectionKey += "\\Key";
+    value.CreateKey();
+    value.SetValue(Text("x"));
+    EXPECT_EQ(value.EnumerateValues(), std::vector<Text>{"Value"});
+    EXPECT_TRUE(value.DeleteValue());
+    EXPECT_TRUE(value.DeleteKey());
+    EXPECT_FALSE(value.KeyExists());
+    value.SectionKey = "Software\\Ravelin";
+    EXPECT_EQ(value.EnumerateSections(), std::vector<Text>{"Client"});
+}
+
+}  // namespace
+}  // namespace rvl
