@@ -43,12 +43,17 @@ bool frmClientService::Form_Load() {
     return started == platform::ServiceStart::Started;
 }
 
+/// Starting lets events run: a stop that arrives meanwhile waits until the start is over.
 void frmClientService::OnServiceStart() {
+    if (m_phase != Phase::Loaded) return;
+    m_phase = Phase::Starting;
     try {
         Start();
     } catch (...) {  // reported by Start; the service manager sees a running service either way
     }
     Log("Service started");
+    const bool stopRequested = std::exchange(m_phase, Phase::Started) == Phase::StopRequested;
+    if (stopRequested) OnServiceStop();
 }
 
 void frmClientService::Start() try {
@@ -61,8 +66,9 @@ void frmClientService::Start() try {
 }
 
 void frmClientService::OnServiceStop() {
-    if (m_stopping) return;
-    m_stopping = true;
+    if (m_phase == Phase::Starting) m_phase = Phase::StopRequested;
+    if (m_phase == Phase::StopRequested || m_phase == Phase::Stopped) return;
+    m_phase = Phase::Stopped;
     Log("Service stopping");
     CloseConnections();
     Log("Service stopped");

@@ -21,6 +21,8 @@ class frmClientService : private ServerLink::Owner, private LinkCommands, privat
     bool Form_Load();
 
  private:
+    enum class Phase { Loaded, Starting, StopRequested, Started, Stopped };
+
     void OnServiceStart();
     void OnServiceStop();
     void Start();  ///< database, broadcast channel, local listener, server link, in this order
@@ -54,7 +56,7 @@ class frmClientService : private ServerLink::Owner, private LinkCommands, privat
     LocalHub m_hub;
     FileTransfers m_transfers;
     ServerCommands m_commands;
-    bool m_stopping = false;
+    Phase m_phase = Phase::Loaded;
 };
 
 /// Logs the start and runs the service until it is stopped. Returns the exit code.

@@ -1,15 +1,16 @@
 #include "app/update_state.h"
 
-#include "platform/registry.h"
+#include "runtime/registry_value.h"
 #include "util/handle_error.h"
 
 namespace rvl {
 
 Text GetTempBinaryPath() try {
-    const auto value = platform::ReadRegistry(platform::RegistryRoot::LocalMachine,
-                                              "SOFTWARE\\Ravelin\\Client", "TempBinaryPath");
-    const Text* path = value ? std::get_if<Text>(&*value) : nullptr;
-    return path != nullptr ? *path : Text();
+    cRegistry registry;
+    registry.ClassKey = platform::RegistryRoot::LocalMachine;
+    registry.SectionKey = "SOFTWARE\\Ravelin\\Client";
+    registry.ValueKey = "TempBinaryPath";
+    return registry.TextValue();
 } catch (...) {
     HandleError("Globals.GetTempBinaryPath");
     return "";

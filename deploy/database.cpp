@@ -21,6 +21,16 @@ void SetJournal(SqliteConnection& connection) {
     connection.Execute("PRAGMA synchronous = NORMAL");
 }
 
+/// The file can be written: when its journal cannot, it is the folder that refuses.
+void OpenJournal(SqliteConnection& connection) {
+    try {
+        SetJournal(connection);
+    } catch (const SqliteError& error) {
+        if (error.Failure() != platform::SqliteFailure::Forbidden) throw;
+        RaiseDatabaseError(kErrorCannotLock);
+    }
+}
+
 /// The query of a source with the row key as its first column, where there is one to tell.
 Text KeyedQuery(const Text& query, const Text& table) {
     constexpr TextView kSelect = "SELECT";
@@ -35,7 +45,7 @@ Database::Database(const Text& path, std::chrono::milliseconds patience) try
     if (m_connection->IsReadOnly()) RaiseDatabaseError(kErrorCannotOpen);
     if (!HasTables(*m_connection)) RaiseDatabaseError(kErrorUnrecognizedFormat);
     m_connection->WidenNoCase();
-    SetJournal(*m_connection);
+    OpenJournal(*m_connection);
 } catch (const SqliteError& error) {
     RaiseDatabaseError(error);
 }

@@ -19,8 +19,9 @@ Text WithoutExtension(const Text& fileName) {
 
 /// A folder or file that may not be written gets the number whose explanation says what to do about it.
 [[noreturn]] void RaiseFileError(std::int32_t code, const Text& description) {
-    constexpr std::int32_t kAccessDenied = 5;
-    throw Error(code == kAccessDenied ? kErrorCannotLock : code, kInitializeDatabase, description);
+    constexpr std::int32_t kAccessDenied = 5, kWriteProtected = 19;
+    const bool refused = code == kAccessDenied || code == kWriteProtected;
+    throw Error(refused ? kErrorCannotLock : code, kInitializeDatabase, description);
 }
 
 void CreateFolder(const Text& folder) {
@@ -139,9 +140,14 @@ Value LocalDatabase::GetSettingValue(const Text& field) {
 
 void LocalDatabase::SetSettingValue(const Text& field, const Value& value) {
     Recordset& settings = Settings();
-    settings.Edit();
-    settings.SetField(field, value);
-    settings.Update();
+    try {
+        settings.Edit();
+        settings.SetField(field, value);
+        settings.Update();
+    } catch (...) {
+        settings.CancelUpdate();  // what could not be stored must not be read back
+        throw;
+    }
 }
 
 std::int64_t LocalDatabase::GetDatabaseVersion() {

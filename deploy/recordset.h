@@ -38,6 +38,7 @@ class Recordset {
     void AddNew();  ///< begins a row of Nulls; the current row stays the current one
     void Edit();
     void Update();  ///< stores what AddNew or Edit began, else raises 3020
+    void CancelUpdate() { m_editing = Editing::None; }  ///< forgets what AddNew or Edit began
     void Delete();  ///< a row that somebody else has deleted already is no error
 
     /// Of the row that is being added or edited, else of the current one. Names have no case.

@@ -9,8 +9,6 @@ namespace rvl {
 /// A value of the database: Null, a number of 64 bits, or a text.
 using Value = platform::SqliteValue;
 
-inline constexpr std::monostate kNull{};
-
 bool IsNull(const Value& value);
 
 /// The value, or the fallback when it is Null.

@@ -45,7 +45,7 @@ FileDownload::Outcome FileDownload::Begin(TextView params) {
     const auto list = SplitParameters(params);
     if (list.size() < kBeginParameters) {
         Log("Invalid parameters on FILE_BEGIN");
-        return Outcome::Failed;
+        return Outcome::Continues;
     }
     m_path = list[0];
     m_size = ParseSize(list[1]);

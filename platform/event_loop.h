@@ -8,7 +8,7 @@ namespace rvl::platform {
 
 /// The thread's one event loop. Socket readiness, name lookups, posted events, the timer wake-up and the
 /// stop control all arrive here, each handler running to completion. It nests: a modal dialog or
-/// ProcessPendingEvents inside a handler serves every source except the one that is being handled.
+/// ProcessPendingEvents inside a handler serves every source except the socket that is being handled.
 ///
 /// An exception that leaves a handler ends in the handler set by SetEventErrorHandler (called inside a
 /// catch block, so that it can rethrow to look at it); the loop goes on.

@@ -32,7 +32,6 @@ class FileHandle {
     int Write(const char* data, std::size_t size, std::size_t& written);
     int Seek(std::int64_t offset, FileOrigin origin, std::int64_t& position);
     int Length(std::int64_t& bytes) const;
-    int Truncate();  ///< cuts the file at the current position
     void Close();
     bool IsOpen() const { return m_handle != -1; }
 

@@ -43,4 +43,7 @@ struct DirectoryEntry {
 /// Text are left out.
 std::vector<DirectoryEntry> FindEntries(const Text& pattern);
 
+/// True when the folder holds anything, also what FindEntries leaves out.
+bool HasEntries(const Text& folder);
+
 }  // namespace rvl::platform

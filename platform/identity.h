@@ -6,10 +6,11 @@
 
 namespace rvl::platform {
 
-/// Who and where this process is. A query that fails gives the empty text.
+/// Who and where this process is, asked in the way of the system family at hand. A query that fails gives the
+/// empty text.
 Text UserName();              ///< account name without domain
 Text FullUserNameSam();       ///< DOMAIN\user as the security library tells it
-Text WorkstationUserName();   ///< DOMAIN\user as the network library tells it, user alone without a domain
+Text WorkstationUserName();   ///< DOMAIN\user as the network library tells it; user alone without a domain
 Text LanGroup();              ///< the workstation's domain or workgroup
 Text DomainControllerName();  ///< of the primary domain; empty when there is none
 Text ComputerName();

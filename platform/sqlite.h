@@ -33,7 +33,6 @@ class SqliteError : public std::exception {
     SqliteError(int extendedCode, Text message)
         : m_extendedCode(extendedCode), m_message(std::move(message)) {}
 
-    int ExtendedCode() const { return m_extendedCode; }  ///< of sqlite3.h
     SqliteFailure Failure() const;
     const char* what() const noexcept override { return m_message.c_str(); }
 

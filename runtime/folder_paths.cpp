@@ -1,8 +1,8 @@
 #include "runtime/folder_paths.h"
 
-#include "platform/registry.h"
 #include "platform/special_folders.h"
 #include "runtime/folders.h"
+#include "runtime/registry_value.h"
 #include "runtime/system_information.h"
 #include "util/path_text.h"
 
@@ -24,9 +24,11 @@ Text GetSpecialFolder(SpecialFolder folder) {
 
 Text RegistryFolder(RegistryRoot root, const Text& key, const Text& name) {
     try {
-        const auto value = platform::ReadRegistry(root, key, name);
-        const Text* text = value ? std::get_if<Text>(&*value) : nullptr;
-        return text != nullptr ? *text : Text();
+        cRegistry registry;
+        registry.ClassKey = root;
+        registry.SectionKey = key;
+        registry.ValueKey = name;
+        return registry.TextValue();
     } catch (...) {
         return "";
     }

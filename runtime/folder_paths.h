@@ -4,7 +4,8 @@
 
 namespace rvl {
 
-// The shared folders, each ending with a backslash; the first source that yields a folder wins.
+// The shared folders, ending with a backslash (ProgramFilesPath only when the folder exists); the first
+// source that yields a folder wins.
 Text AllUsersPath();
 Text CommonAppDataPath();
 Text UserLocalSettingsAppDataPath();

@@ -7,6 +7,7 @@
 #include "util/error_text.h"
 #include "util/handle_error.h"
 #include "util/path_text.h"
+#include "util/text_functions.h"
 
 namespace rvl {
 namespace {
@@ -43,6 +44,16 @@ void CreateLevels(const Text& path) {
     }
     if (!platform::DirectoryExists(path))
         throw Error(kPathNotFound, "Util.CreateLongDirectory", GetErrorString(kPathNotFound));
+}
+
+void PruneSubfolders(const Text& folder) {
+    for (const platform::DirectoryEntry& entry : platform::FindEntries(WithTrailingBackslash(folder) + "*")) {
+        const bool isSubfolder = (entry.attributes & platform::kAttributeDirectory) != 0;
+        if (!isSubfolder || entry.name == "." || entry.name == "..") continue;
+        const Text subfolder = WithTrailingBackslash(folder) + entry.name;
+        PruneSubfolders(subfolder);
+        platform::RemoveDirectoryAt(subfolder);  // stays when it is not empty
+    }
 }
 
 }  // namespace
@@ -82,9 +93,17 @@ bool CreateLongDirectory(const Text& path, ErrorRecord* problem) {
 }
 
 bool DoesDirectoryContainFilesOrFolders(const Text& folder) {
-    const auto entries = platform::FindEntries(WithTrailingBackslash(folder) + "*");
-    return std::any_of(entries.begin(), entries.end(),
-                       [](const auto& entry) { return entry.name != "." && entry.name != ".."; });
+    return platform::HasEntries(folder);
+}
+
+void PruneEmptyDirectories(const Text& folder, const Text& dontGoAbove) {
+    const Text limit = WithTrailingBackslash(dontGoAbove);
+    const bool inside = EqualsNoCase(TextView(WithTrailingBackslash(folder)).substr(0, limit.size()), limit);
+    ErrAssert(inside, "strDirectory must be inside strDontGoAboveDir");
+    PruneSubfolders(folder);
+    Text climbing = WithTrailingBackslash(folder);
+    while (climbing.size() > limit.size() && platform::RemoveDirectoryAt(climbing) == 0)
+        climbing = BackOneDir(climbing);
 }
 
 }  // namespace rvl

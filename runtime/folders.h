@@ -22,4 +22,8 @@ bool CreateLongDirectory(const Text& path, ErrorRecord* problem = nullptr);
 /// True when the folder has any entry other than "." and "..".
 bool DoesDirectoryContainFilesOrFolders(const Text& folder);
 
+/// Removes the empty folders below `folder`, then the folder itself and its parents while they are empty and
+/// still below `dontGoAbove`. Raises an error when the folder does not lie inside that one.
+void PruneEmptyDirectories(const Text& folder, const Text& dontGoAbove);
+
 }  // namespace rvl

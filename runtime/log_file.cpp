@@ -59,6 +59,8 @@ void CutLog(const Text& path, std::int64_t excess, std::int64_t keep) try {
 
 /// A file-content message with its content left out, whatever context the transfer has; else the empty text.
 Text WithoutFileContent(TextView data) {
+    constexpr TextView kUpload("FILE_UPLOAD\0FILE_DATA", 21);
+    if (data.starts_with(kUpload)) return Text(kUpload) + Text("\0[...]", 6);
     const std::size_t contextEnd = data.find('\0');
     if (contextEnd == TextView::npos) return Text();
     const std::size_t commandEnd = data.find('\0', contextEnd + 1);

@@ -25,12 +25,17 @@ void CTimer::Restart() {
 }
 
 void CTimer::Tick() {
-    const auto thatTime = m_thatTime;  // a copy: it may destroy the timer
+    if (*m_running) return;            // its handler lets events run: it is not entered again meanwhile
+    const auto thatTime = m_thatTime;  // copies: it may destroy the timer
+    const auto running = m_running;
+    *running = true;
     try {
         thatTime();
     } catch (...) {
+        *running = false;
         HandleError("CTimer.ThatTime");
     }
+    *running = false;
 }
 
 }  // namespace rvl

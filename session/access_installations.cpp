@@ -1,8 +1,8 @@
 #include "session/access_installations.h"
 
-#include "platform/registry.h"
 #include "runtime/folder_paths.h"
 #include "runtime/folders.h"
+#include "runtime/registry_value.h"
 #include "util/handle_error.h"
 #include "util/path_text.h"
 #include "util/text_functions.h"
@@ -15,9 +15,11 @@ using platform::RegistryRoot;
 constexpr const char* kProgram = "MSACCESS.EXE";
 
 Text RegistryText(RegistryRoot root, const Text& key, const Text& name = "") {
-    const auto value = platform::ReadRegistry(root, key, name);
-    const Text* text = value ? std::get_if<Text>(&*value) : nullptr;
-    return text != nullptr ? *text : Text();
+    cRegistry registry;
+    registry.ClassKey = root;
+    registry.SectionKey = key;
+    registry.ValueKey = name;
+    return registry.TextValue();
 }
 
 /// The quoted program at the head of the command that opens a database.

@@ -48,6 +48,7 @@ Text GenerateRVLChecksum(TextView text) try {
     salted += text;
     salted += kTrailingSalt;
     const Text digest = MD5SumAsHex(salted);
+    if (digest.empty()) return {};
     return digest.substr(0, 8) + digest.substr(digest.size() - 8);
 } catch (...) {
     HandleError("Globals.GenerateRVLChecksum");

@@ -3,16 +3,16 @@
 namespace rvl {
 namespace {
 
-/// 0 when the path has no backslash.
+/// 0 when the path has no separator.
 std::size_t NamePosition(TextView path) {
-    return path.rfind('\\') + 1;
+    return path.find_last_of("\\/") + 1;
 }
 
 }  // namespace
 
 Text BackOneDir(TextView path) {
     if (path.ends_with('\\')) path.remove_suffix(1);
-    return FolderOf(path);
+    return Text(path.substr(0, path.rfind('\\') + 1));
 }
 
 Text WithTrailingBackslash(TextView path) {

@@ -4,7 +4,7 @@
 
 namespace rvl::platform {
 
-/// The boot clock goes on while the machine sleeps, so that time-outs have passed when it wakes up.
+/// The boot clock goes on while the machine sleeps: a peer that was silent all the while counts as silent.
 std::uint32_t TickCount32() {
     timespec now{};
     clock_gettime(CLOCK_BOOTTIME, &now);

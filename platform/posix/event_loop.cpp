@@ -59,8 +59,7 @@ void ProcessPendingEvents() {
 }
 
 void WaitForEvents(std::uint32_t milliseconds) {
-    bool elapsed = false;
-    WakeUp deadline([&elapsed] { elapsed = true; });
+    WakeUp deadline([] {});
     deadline.After(milliseconds);
     g_main_context_iteration(nullptr, TRUE);
 }

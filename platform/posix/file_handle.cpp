@@ -120,12 +120,6 @@ int FileHandle::Length(std::int64_t& bytes) const {
     return 0;
 }
 
-int FileHandle::Truncate() {
-    std::int64_t position = 0;
-    if (const int code = Seek(0, FileOrigin::Current, position); code != 0) return code;
-    return ::ftruncate(static_cast<int>(m_handle), position) != 0 ? Win32LastError() : 0;
-}
-
 void FileHandle::Close() {
     if (m_handle != -1) ::close(static_cast<int>(std::exchange(m_handle, -1)));
 }

@@ -28,11 +28,13 @@ bool StatusOf(const Text& path, struct stat& status) {
     return !host.empty() && stat(host.c_str(), &status) == 0;
 }
 
-/// Gives the copy the source's permission bits, so that a copied program stays a program.
+/// Gives the copy the source's permission bits, so that a copied program stays a program; its owner can
+/// always write it.
 int CopyMode(const Text& source, const Text& destination) {
     struct stat status {};
     if (!StatusOf(source, status)) return kFileNotFound;
-    return chmod(HostPath(destination).c_str(), status.st_mode & 07777) != 0 ? Win32LastError() : 0;
+    return chmod(HostPath(destination).c_str(), (status.st_mode & 07777) | S_IWUSR) != 0 ? Win32LastError()
+                                                                                         : 0;
 }
 
 int CopyContent(FileHandle& from, FileHandle& to) {

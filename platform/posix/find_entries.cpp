@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -90,6 +91,13 @@ std::vector<DirectoryEntry> MatchOne(const Text& path, TextView lastStep) {
 }
 
 }  // namespace
+
+bool HasEntries(const Text& folder) {
+    const std::string host = HostPath(folder);
+    std::error_code unreadable;
+    return !host.empty() &&
+           std::filesystem::directory_iterator(host, unreadable) != std::filesystem::directory_iterator();
+}
 
 std::vector<DirectoryEntry> FindEntries(const Text& pattern) {
     const std::size_t separator = pattern.find_last_of("\\/:");

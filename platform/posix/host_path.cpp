@@ -89,7 +89,9 @@ std::optional<Base> FindBase(TextView path) {
     const bool elsewhere = path.size() >= 2 && (path[1] == ':' || path.substr(0, 2) == "\\\\");
     if (IsDrive(path, 'c') || (path[0] == '\\' && !elsewhere)) return Base{DriveC(), DriveC().size()};
     if (elsewhere) return std::nullopt;  // another drive, or a network share: nothing is mounted there
-    return Base{std::filesystem::current_path().string(), 0};
+    std::error_code gone;
+    const auto current = std::filesystem::current_path(gone);
+    return gone ? std::nullopt : std::optional<Base>(Base{current.string(), 0});
 }
 
 }  // namespace

@@ -12,11 +12,12 @@
 namespace rvl::platform {
 namespace {
 
-/// The value of an environment variable as a text; empty when it is missing or is no text.
+/// The value of an environment variable as a text, the fallback when it is missing or empty; empty when it is
+/// no text.
 Text EnvironmentText(const char* name, const char* fallback) {
     const char* value = std::getenv(name);
     try {
-        return TextFromUtf8(value != nullptr ? value : fallback);
+        return TextFromUtf8(value != nullptr && *value != '\0' ? value : fallback);
     } catch (...) {
         return "";
     }

@@ -102,6 +102,8 @@ constexpr Row kRows[] = {
     {1021, "Cannot create a stable subkey under a volatile parent key."},
     {1051, "A stop control has been sent to a service that other running services are dependent on."},
     {1052, "The requested control is not valid for this service."},
+    {1015, "The configuration registry key could not be read or written: the registry is damaged."},
+    {1016, "An I/O operation initiated by the registry failed unrecoverably."},
     {1053, "The service did not respond to the start or control request in a timely fashion."},
     {1054, "A thread could not be created for the service."},
     {1055, "The service database is locked."},

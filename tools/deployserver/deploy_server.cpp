@@ -40,6 +40,8 @@ DeployServer::~DeployServer() {
 }
 
 int DeployServer::Run() {
+    if (m_options.push)
+        FilePieces("").Open(m_options.push->localFile);  // better refused now than at each login
     m_server.Init(m_options.port, "");
     if (m_options.locate) m_location.Open(m_options.port);
     m_tmrStop.SetEnabled(true);

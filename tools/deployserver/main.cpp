@@ -43,11 +43,13 @@ int Run(const Options& options) {
     return DeployServer(options).Run();
 }
 
-std::vector<Text> Arguments(int argc, char** argv) {
+std::vector<Text> Arguments(int argc, char** argv) try {
     std::vector<Text> arguments;
     for (int index = 1; index < argc; ++index)
         arguments.push_back(TextFromUtf8(argv[index]));
     return arguments;
+} catch (const Error&) {
+    throw WrongUsage{"an argument holds characters beyond ISO 8859-1"};
 }
 
 }  // namespace

@@ -49,6 +49,7 @@ bool PushFileJob::Take(const Message& message) try {
     return true;
 } catch (...) {
     Fail("push failed: " + CurrentError().Description);
+    m_workstation.CloseLink();  // the workstation would wait for the rest of the file for ever
     return true;
 }
 
