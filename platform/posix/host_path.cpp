@@ -56,8 +56,14 @@ struct Base {
     std::size_t floor;
 };
 
-/// Appends the steps of `path` to its base, each in its existing spelling.
-std::string AppendSteps(const Base& base, TextView path) {
+using Spelling = std::string (*)(const std::string& folder, TextView name);
+
+std::string GivenName(const std::string&, TextView name) {
+    return Utf8FromText(name);
+}
+
+/// Appends the steps of `path` to its base, each as `spelling` writes it.
+std::string AppendSteps(const Base& base, TextView path, Spelling spelling) {
     std::string host = base.folder;
     for (std::size_t start = 0; start < path.size();) {
         std::size_t end = start;
@@ -69,7 +75,7 @@ std::string AppendSteps(const Base& base, TextView path) {
         if (step == "..")
             host.resize(std::max(base.floor, host.empty() ? 0 : host.rfind('/')));
         else
-            host += "/" + ExistingName(host, step);
+            host += "/" + spelling(host, step);
     }
     return host;
 }
@@ -101,7 +107,9 @@ std::string HostPath(TextView path) {
     const std::optional<Base> base = FindBase(path);
     if (!base) return "";
     const std::size_t drive = path.size() >= 2 && path[1] == ':' ? 2 : 0;
-    const std::string host = AppendSteps(*base, path.substr(drive));
+    // Most paths are spelled as they exist: one look instead of one per step.
+    std::string host = AppendSteps(*base, path.substr(drive), GivenName);
+    if (!Exists(host)) host = AppendSteps(*base, path.substr(drive), ExistingName);
     return host.empty() ? "/" : host;
 }
 

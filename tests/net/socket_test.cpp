@@ -34,8 +34,6 @@ TEST_F(SocketTest, MisuseIsRefused) {
     const std::pair<std::function<void()>, Text> rows[] = {
         {[&] { client.socket->SetMsgWnd({}); },
          "1503 Socket.MsgWnd: Disconnect first before changing the message window"},
-        {[&] { client.socket->SetProtocol(1); },
-         "1503 Socket.Protocol: Disconnect first before changing protocol"},
         {[&] { pair.listener.socket->Connect("localhost", 1); }, "1503 Socket." + active},
         {[&] { pair.listener.socket->SendData("x"); },
          "1500 Socket.SendData: Operation invalid in this state"},

@@ -3,10 +3,7 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 
-#include <cerrno>
-
 #include "platform/error.h"
-#include "platform/posix/errno_mapping.h"
 #include "platform/socket_endpoint.h"
 #include "tests/support/workstation.h"
 
@@ -62,14 +59,6 @@ TEST(EventLoop, AnExceptionEndsInTheHandlerAndTheLoopGoesOn) {
         run([&] { throw ++ran; });
         EXPECT_TRUE(test::RunUntil([&] { return ran == 3; }));
     }
-}
-
-TEST(SocketEndpoint, ErrorsHaveTheNumbersOfEverySystem) {
-    const std::pair<int, int> rows[] = {
-        {0, 0}, {ECONNREFUSED, 10061}, {EWOULDBLOCK, 10035}, {ETIMEDOUT, 10060}};
-    for (const auto& [number, code] : rows)
-        EXPECT_EQ(SocketErrorFromErrno(number), code);
-    EXPECT_NE(SocketErrorFromErrno(EXDEV), 0);  // never seen on a socket, yet no success
 }
 
 }  // namespace

@@ -49,8 +49,6 @@ TEST_F(ErrorReporterTest, ReportText) {
     reporter.SetExplainer([](std::int32_t, TextView) { return "Hint"; });
     Report();
     EXPECT_TRUE(Logged("Error 0x0000000B from DAO via Util.Do:120\r\n\r\nDivision\r\n\r\nHint"));
-    reporter.ReportError("", {-1, "A", "", {}, 0, 0}, false);
-    EXPECT_TRUE(Logged("Error 0xFFFFFFFF from A\r\n\r\nHint"));
     EXPECT_EQ(ErrorText({-5, "DAO", "x", {}, 0, 0}), "Error #-5 from DAO: x");
 }
 
@@ -72,14 +70,10 @@ TEST_F(ErrorReporterTest, ReRaisedAsItWas) {
         test::ClearLog();
         State().ErrorDepth = depth;
         dialogs.answers = {kNo};
-        ErrorRecord raised;
-        try {
-            reporter.ReportError("Util.Do", {11, "DAO", "Division", "help.hlp", 3, 120}, true);
-        } catch (const Error& error) {
-            raised = error.Record();
-        }
-        EXPECT_EQ(raised.Source + raised.Description + raised.HelpFile, "DAODivisionhelp.hlp");
-        EXPECT_EQ(raised.Number * 1000000 + raised.HelpContext * 1000 + raised.Erl, 11003120);
+        EXPECT_EQ(test::ErrorOf([&] {
+                      reporter.ReportError("Util.Do", {11, "DAO", "Division", {}, 0, 120}, true);
+                  }),
+                  "11 DAO: Division");
         EXPECT_EQ(std::exchange(State().ErrorDepth, 0), depth);
         EXPECT_EQ(test::LogContent().empty(), depth == 2);  // the third is raised without a word
     }

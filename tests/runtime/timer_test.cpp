@@ -31,23 +31,6 @@ TEST(Timer, DueTimersTickByDeadlineAndThenByStart) {
     }
 }
 
-TEST(Timer, SettingAPropertyStartsTheIntervalAnew) {
-    test::VirtualClock clock;
-    Text ticks;
-    CTimer timer([&] { ticks += 't'; });
-    for (const std::uint32_t interval : {0, 100, 100, 100, 20, 0}) {
-        timer.SetInterval(interval);
-        clock.Advance(60);
-        timer.SetEnabled(true);
-        clock.Advance(60);
-        ticks += '|';
-    }
-    timer.SetInterval(50);
-    timer.SetEnabled(false);
-    clock.Advance(60);
-    EXPECT_EQ(ticks, "||||tttttt||");
-}
-
 struct TwoTimers {
     std::unique_ptr<CTimer> first, second;
     int firstTicks = 0, secondTicks = 0;

@@ -73,13 +73,16 @@ void PushFileJob::OnBeginOk(const Message& message) {
     m_workstation.PrintStep("FILE_BEGIN_OK from position " + NumberText(position));
     m_stage = Stage::Sending;
     m_tenthsPrinted = position * 10 / m_pieces.FileSize();
-    SendPiece(position);
+    m_next = position;
+    FillWindow();
 }
 
 void PushFileJob::OnMore(const Message& message) {
     const std::int64_t position = PositionOf(message);
+    if (m_unacknowledged.empty() || m_unacknowledged.front() != position) RaiseUnexpected(message);
+    m_unacknowledged.pop_front();
     PrintPosition(position);
-    SendPiece(position);
+    FillWindow();
 }
 
 std::int64_t PushFileJob::PositionOf(const Message& message) const {
@@ -93,17 +96,25 @@ std::size_t PushFileJob::PieceSizeAt(std::int64_t position) const {
     return static_cast<std::size_t>(std::min(piece, m_pieces.FileSize() - position));
 }
 
-void PushFileJob::SendPiece(std::int64_t position) {
-    const std::size_t size = PieceSizeAt(position);
-    m_workstation.Send(m_pieces.MessageAt(position, size));
-    m_sent += static_cast<std::int64_t>(size);
-    if (m_cut.IsDueAfter(size)) return CutLink();
-    ReadAhead(position + static_cast<std::int64_t>(size));
+/// One piece is on its way while the workstation stores the one before: neither side waits for the other.
+void PushFileJob::FillWindow() {
+    constexpr std::size_t kPiecesOnTheirWay = 2;
+    while (m_stage == Stage::Sending && m_next < m_pieces.FileSize() &&
+           m_unacknowledged.size() < kPiecesOnTheirWay)
+        SendPiece();
 }
 
-/// The next piece is read while the workstation stores this one.
-void PushFileJob::ReadAhead(std::int64_t position) {
-    if (position < m_pieces.FileSize()) m_pieces.MessageAt(position, PieceSizeAt(position));
+void PushFileJob::SendPiece() {
+    const std::int64_t position = m_next;
+    const std::size_t size = PieceSizeAt(position);
+    const TextView message = m_pieces.MessageAt(position, size);
+    // Counted before it is sent: sending lets events run, and the acknowledgement of another piece may be
+    // one.
+    m_next += static_cast<std::int64_t>(size);
+    m_sent += static_cast<std::int64_t>(size);
+    m_unacknowledged.push_back(m_next);
+    m_workstation.Send(message);
+    if (m_cut.IsDueAfter(size)) CutLink();
 }
 
 void PushFileJob::CutLink() {

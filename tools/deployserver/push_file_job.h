@@ -1,5 +1,7 @@
 #pragma once
 
+#include <deque>
+
 #include "tools/deployserver/file_pieces.h"
 #include "tools/deployserver/job.h"
 #include "tools/deployserver/link_cut.h"
@@ -26,8 +28,8 @@ class PushFileJob : public Job {
     void OnComplete();
     std::int64_t PositionOf(const Message& message) const;
     std::size_t PieceSizeAt(std::int64_t position) const;
-    void SendPiece(std::int64_t position);
-    void ReadAhead(std::int64_t position);
+    void FillWindow();
+    void SendPiece();
     void CutLink();
     void PrintPosition(std::int64_t position);
     void OnDigestMessage(const Message& message);
@@ -42,6 +44,8 @@ class PushFileJob : public Job {
     Stage m_stage = Stage::Announced;
     std::uint64_t m_begun = 0;
     std::int64_t m_sent = 0;
+    std::int64_t m_next = 0;                    ///< position of the next piece
+    std::deque<std::int64_t> m_unacknowledged;  ///< end positions of the pieces on their way
     std::int64_t m_tenthsPrinted = 0;
     Text m_ownDigest;
 };
