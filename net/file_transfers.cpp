@@ -20,6 +20,7 @@ void FileTransfers::Begin(const Text& context, TextView params) {
 void FileTransfers::Continue(const Text& command, TextView params) {
     // Held here while it works: sending a reply lets events run, and a lost link abandons the transfer.
     const std::shared_ptr<FileDownload> download = m_download;
+    if (!download) return;
     const FileDownload::Outcome outcome = download->IncomingMessage(command, params);
     if (outcome == FileDownload::Outcome::Continues) return;
     Log(outcome == FileDownload::Outcome::Complete ? "Download complete" : "Download failed");

@@ -51,6 +51,7 @@ void ServerLocator::LocateServer() try {
     m_stage == kFirstStage ? LocateFirst() : LocateNext();
 } catch (...) {
     HandleError("frmClientService.LocateServer");
+    RetryLocateIn(BroadcastRetryDelay(kLastStage));  // whatever failed, the search goes on
 }
 
 void ServerLocator::LocateFirst() {

@@ -48,7 +48,11 @@ Text ErrorText(const ErrorRecord& record) {
 }
 
 Text ErrorReporter::Explain(const ErrorRecord& record, TextView procedure) const {
-    return m_explainer ? m_explainer(record.Number, procedure) : Text();
+    try {
+        return m_explainer ? m_explainer(record.Number, procedure) : Text();
+    } catch (...) {  // the error itself matters more than its explanation
+        return {};
+    }
 }
 
 Text ErrorReporter::Compose(TextView procedure, const ErrorRecord& record, TextView whileText,
