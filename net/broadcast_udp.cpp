@@ -44,9 +44,9 @@ bool BroadcastUDP::Init(std::uint16_t port, std::uint32_t recheckIntervalMs) try
     DropSockets();
     m_interfaces = ReadInterfaces();
     m_sockets.resize(m_interfaces.size());
+    if (!m_tmrRecheck || m_recheckInterval != recheckIntervalMs) StartRecheckTimer(recheckIntervalMs);
     m_port = port != 0 ? port : ChoosePort();
     BindMissing();
-    if (!m_tmrRecheck || m_recheckInterval != recheckIntervalMs) StartRecheckTimer(recheckIntervalMs);
     return true;
 } catch (...) {
     HandleError("BroadcastUDP.Init");

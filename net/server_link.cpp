@@ -64,6 +64,7 @@ Text ServerLink::DomainController() {
 }
 
 void ServerLink::ConnectToServer(const Text& host, std::int32_t retryIntervalMs) {
+    UpdateServerConnected(false);  // whatever session there was ends here, without an event of its own
     m_sckServer.Init(host, kServerPort, retryIntervalMs);
 }
 

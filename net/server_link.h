@@ -63,6 +63,7 @@ class ServerLink : private ServerLocator::Host {
     Text ServerAddress() override { return m_owner.ServerAddressSetting(); }
     Text DomainController() override;
     void ConnectToServer(const Text& host, std::int32_t retryIntervalMs) override;
+    bool IsConnectedToServer() const override { return m_sckServer.IsConnected(); }
     void ShowStatus(const Text& status) override { m_status = status; }
 
     void m_sckServer_ConnectionEstablished();

@@ -17,6 +17,7 @@ constexpr std::uint32_t kTimerInterval = 1000;
 constexpr std::int32_t kLocalRetryInterval = 1000;
 constexpr std::int32_t kFixedRetryInterval = 60000;
 constexpr std::int32_t kDomainRetryInterval = 30000;
+constexpr std::int32_t kBroadcastRetryInterval = 30000;
 constexpr std::size_t kReplyParameters = 3;
 
 }  // namespace
@@ -130,7 +131,9 @@ void ServerLocator::m_bcuLocator_MessageReceived(const Text& remoteIP, std::uint
         return Log("Unknown UDP message from " + peer + ": " +
                    (ContainsNonPrintableCharacters(datagram) ? HexDumpString(datagram) : datagram));
     const auto params = SplitParameters(message.params);
-    if (!m_foundByBroadcast && params.size() >= kReplyParameters) AcceptReply(remoteIP, params[0]);
+    // A late or unasked-for reply must not take a working link away.
+    if (m_foundByBroadcast || m_host.IsConnectedToServer()) return;
+    if (params.size() >= kReplyParameters) AcceptReply(remoteIP, params[0]);
 } catch (...) {
     HandleError("frmClientService.m_bcuLocator_MessageReceived");
 }
@@ -139,7 +142,7 @@ void ServerLocator::AcceptReply(const Text& remoteIP, const Text& serverName) {
     Log("Found server via broadcast: " + serverName + " @ " + remoteIP);
     m_foundByBroadcast = true;
     m_discoveryMethod = "broadcast:" + remoteIP;
-    m_host.ConnectToServer(remoteIP, 0);
+    m_host.ConnectToServer(remoteIP, kBroadcastRetryInterval);
 }
 
 }  // namespace rvl

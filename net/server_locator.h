@@ -22,8 +22,8 @@ class ServerLocator {
         virtual ~Host() = default;
         virtual Text ServerAddress() = 0;  ///< fixed address of the settings, may be empty
         virtual Text DomainController() = 0;
-        /// A retry interval of 0 keeps the link's default.
         virtual void ConnectToServer(const Text& host, std::int32_t retryIntervalMs) = 0;
+        virtual bool IsConnectedToServer() const = 0;
         virtual void ShowStatus(const Text& status) = 0;
     };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "net/winsock.h"
 #include "net/yield.h"
 #include "runtime/log_file.h"
 #include "runtime/message_box.h"
@@ -31,6 +32,10 @@ constexpr int kWrongProtocol = 6;
 
 [[noreturn]] void Fail(int offset, TextView source, TextView description) {
     throw Error(kApplicationErrorBase + offset, Text(source), Text(description));
+}
+
+[[noreturn]] void RaiseFatal(const Text& description) {
+    throw Error(kApplicationErrorBase, "Socket", description);
 }
 
 void CheckSystem(int error, TextView source) {
@@ -64,18 +69,19 @@ std::shared_ptr<Socket> Socket::Create() {
 }
 
 Socket::Socket() {
-    ErrAssert(platform::StartSocketLibrary() == 0, "Error starting Winsock");
+    StartWinsock();
 }
 
 Socket::~Socket() {
     m_lookup.reset();
     m_endpoint.Close();
-    platform::EndSocketLibrary();
+    EndWinsock();
 }
 
 void Socket::Drop() {
     setEventHandler(nullptr, 0);
-    Reset();
+    m_endpoint.Close();
+    Reset();  // finds no endpoint: no event runs here
 }
 
 // Properties
@@ -102,7 +108,7 @@ Text Socket::StateToString(int state) {
     static constexpr std::array<const char*, 6> kNames = {"Disconnected", "Resolving", "Connecting",
                                                           "Connected",    "Listening", "Open"};
     const bool known = state >= 0 && state < static_cast<int>(kNames.size());
-    ErrAssert(known, "Unknown state " + NumberText(state) + " in Socket.StateToString");
+    if (!known) RaiseFatal("Unknown state " + NumberText(state) + " in Socket.StateToString");
     return kNames[static_cast<std::size_t>(state)];
 }
 
@@ -169,6 +175,7 @@ void Socket::Connect(const Text& host, std::uint16_t port) try {
     m_remoteHost = host;
     if (ParseDotted(host)) return ConnectTo(host, port);
     SetState(SocketState::Resolving);
+    if (m_state != SocketState::Resolving) return;  // the sink has reset it
     StartLookup(host, [this, port](int, const Text&, std::uint32_t address) {
         ConnectTo(DottedText(address), port);
     });
@@ -178,9 +185,12 @@ void Socket::Connect(const Text& host, std::uint16_t port) try {
 
 void Socket::ConnectTo(const Text& address, std::uint16_t port) {
     const auto self = shared_from_this();
+    CheckProtocol(platform::Protocol::Tcp, "Socket.ConnectTo");
+    EnsureChannel();
     const auto parsed = ParseDotted(address);
     m_endpoint.Close();
     SetState(SocketState::Connecting);
+    if (m_state != SocketState::Connecting) return;  // the sink has reset it
     const platform::Ipv4Endpoint remote{parsed.value_or(0), port};
     int error = parsed ? m_endpoint.Open(platform::Protocol::Tcp) : kAddressNotAvailable;
     if (error == 0) {
@@ -231,13 +241,13 @@ void Socket::Bind(std::uint16_t port, const Text& bindAddress) try {
 }
 
 void Socket::Accept(std::intptr_t requestId) {
-    constexpr int kBadDescriptor = 10009, kNotASocket = 10038;
+    constexpr int kBadDescriptor = 10009, kNotASocket = 10038, kNotAListener = 10022, kNotAStream = 10045;
     CheckProtocol(platform::Protocol::Tcp, "Socket.Accept");
     CheckIdle("Socket.Accept");
     EnsureChannel();
     platform::Ipv4Endpoint remote;
     const int error = m_endpoint.Accept(requestId, remote);
-    if (error == kBadDescriptor || error == kNotASocket)
+    if (error == kBadDescriptor || error == kNotASocket || error == kNotAListener || error == kNotAStream)
         Fail(kInvalidRequest, "Socket.Accept", "Invalid requestID specified");
     CheckSystem(error, "Socket.Accept");
     SetRemote(remote);
@@ -247,6 +257,7 @@ void Socket::Accept(std::intptr_t requestId) {
 }
 
 void Socket::DNS(const Text& host, bool reverse) {
+    if (m_state == SocketState::Resolving) CheckIdle("Socket.DNS");  // its lookup is still needed
     EnsureChannel();
     const auto address = ParseDotted(host);
     const auto complete = [this](const Text& name, const Text& dotted) {
@@ -299,13 +310,14 @@ void Socket::OnNotification(SocketNotification notification, int error) {
         case SocketNotification::OutOfBand:
             break;
     }
-    ErrAssert(false, "Unknown WinsockProc message " + NumberText(static_cast<int>(notification)));
+    RaiseFatal("Unknown WinsockProc message " + NumberText(static_cast<int>(notification)));
 }
 
 void Socket::OnConnectFinished(int error) {
     if (error != 0) return RaiseError(error);
     ReadLocalPort();
     SetState(SocketState::Connected);
+    if (m_state != SocketState::Connected) return;  // the sink has reset it
     Raise("Connected", [&](SocketEvent& sink) { sink.Connected(m_index); });
 }
 
@@ -334,6 +346,7 @@ void Socket::ReceiveDatagram() {
 }
 
 void Socket::OnClosed() {
+    if (m_resetting) return;  // whoever resets it tells why
     Reset();
     Raise("Closed", [&](SocketEvent& sink) { sink.Closed(m_index); });
 }
@@ -346,6 +359,7 @@ void Socket::SendTo(const Text& host, std::uint16_t port, const Text& data) try 
     CheckState(SocketState::Open, "Socket.SendTo");
     if (const auto address = ParseDotted(host)) return SendDatagram(*address, port, data);
     SetState(SocketState::Resolving);
+    if (m_state != SocketState::Resolving) return;  // the sink has reset it
     StartLookup(host, [this, port, data](int, const Text&, std::uint32_t address) {
         SetState(SocketState::Open);
         SendDatagram(address, port, data);
@@ -356,7 +370,8 @@ void Socket::SendTo(const Text& host, std::uint16_t port, const Text& data) try 
 
 void Socket::SendDatagram(std::uint32_t address, std::uint16_t port, const Text& data) {
     const int error = m_endpoint.SendTo({address, port}, data.data(), data.size());
-    if (error != 0) return RaiseError(error);
+    // A datagram that finds no room is lost like one on the way; the socket goes on.
+    if (error != 0 && error != platform::kErrorWouldBlock) return RaiseError(error);
     Raise("SendComplete", [&](SocketEvent& sink) { sink.SendComplete(m_index); });
 }
 
@@ -415,6 +430,7 @@ void Socket::CompleteSending(bool deferred) {
 // Errors
 
 void Socket::RaiseError(std::int32_t number, const Text& extra) {
+    if (m_resetting) return;
     Reset();
     const Text description = GetErrorString(number) + (extra.empty() ? Text() : " (" + extra + ")");
     Raise("Error", [&](SocketEvent& sink) { sink.Error(m_index, number, description); });

@@ -70,8 +70,8 @@ void SocketClient::Reconnect() {
 }
 
 void SocketClient::RetryConnectSoon() try {
-    DropSocket();
     const bool wasConnected = std::exchange(m_connected, false);
+    DropSocket();
     TellOwner(wasConnected ? m_events.ConnectionLost : m_events.ConnectionRetryFailed);
     // The owner may have given up (Reset) or turned to another host (Init) while it was told.
     if (!m_host.empty() && !m_socket) StartRetryTimer();
@@ -101,6 +101,8 @@ void SocketClient::RetryConnectNow() try {
     OpenSocket();
 } catch (...) {
     HandleError("SocketClient.RetryConnectNow");
+    DropSocket();
+    StartRetryTimer();
 }
 
 void SocketClient::OpenSocket() {

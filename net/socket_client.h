@@ -13,7 +13,8 @@ namespace rvl {
 
 /// Exchanges framed messages with one server and never gives up: a failed attempt or a lost connection is
 /// told to the owner and tried again after the retry interval, until Reset. An empty frame every minute keeps
-/// the connection alive. Messages sent while it is down are logged and dropped.
+/// the connection alive. Messages sent while it is down are logged and dropped; received ones that were not
+/// handled yet when it is lost are dropped too, since nothing could answer them.
 class SocketClient : private SocketEvent {
  public:
     struct Events {

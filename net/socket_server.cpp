@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "net/yield.h"
 #include "runtime/log_file.h"
 #include "util/handle_error.h"
 #include "util/text_functions.h"
@@ -200,6 +201,8 @@ void SocketServer::CloseClient(std::int16_t clientId) {
     const Slot* slot = SlotOf(clientId);
     if (slot == nullptr || !slot->socket) return;
     const auto closing = slot->socket;
+    closing->setEventHandler(nullptr, 0);  // the owner may let events run: none of this client any more
+    slot->reader->Close();
     try {
         m_events.ClientDisconnected(clientId);
     } catch (...) {  // the slot is freed whatever its owner does
@@ -211,6 +214,7 @@ void SocketServer::CloseClient(std::int16_t clientId) {
 }
 
 void SocketServer::m_tmrKeepAlive_ThatTime() try {
+    YieldToPendingEvents();  // a keep-alive that has arrived but was not read yet counts
     for (std::size_t id = 0; id < m_slots.size(); ++id) {
         const Slot& slot = m_slots[id];
         if (slot.reader) slot.reader->ReleaseRoom();

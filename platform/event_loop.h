@@ -35,7 +35,7 @@ class WakeUp {
     WakeUp(const WakeUp&) = delete;
     WakeUp& operator=(const WakeUp&) = delete;
 
-    void After(std::uint64_t milliseconds);  ///< replaces an earlier moment
+    bool After(std::uint64_t milliseconds);  ///< replaces an earlier moment; false: the system has no timer
     void Cancel();
 
  private:

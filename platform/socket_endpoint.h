@@ -33,6 +33,9 @@ struct Ipv4Endpoint {
 class SocketEndpoint {
  public:
     /// The error is that of a failed connect (ConnectFinished) or of a reset connection (Closed), else 0.
+    /// What the logic relies on, on every system: notifications of one endpoint never nest, those that come
+    /// while one is being handled wait for it; Closed comes only after everything was received; what was
+    /// under way for a closed endpoint never reaches another one.
     using Notify = std::function<void(SocketNotification, int error)>;
 
     SocketEndpoint();

@@ -1,5 +1,6 @@
 #include "runtime/timer_queue.h"
 
+#include "platform/error.h"
 #include "runtime/timer.h"
 #include "util/tick_count.h"
 
@@ -52,11 +53,12 @@ std::optional<std::uint64_t> TimerQueue::NextDeadline() const {
 }
 
 void TimerQueue::Arm() {
-    if (!m_due.empty()) return m_wakeUp.After(0);
-    const auto deadline = NextDeadline();
+    const auto deadline = m_due.empty() ? NextDeadline() : std::optional<std::uint64_t>(0);
     if (!deadline) return m_wakeUp.Cancel();
     const std::uint64_t now = GetTickCountEx();
-    m_wakeUp.After(*deadline > now ? *deadline - now : 0);
+    constexpr std::int32_t kNoTimers = kApplicationErrorBase + 31013;
+    if (!m_wakeUp.After(*deadline > now ? *deadline - now : 0))
+        throw Error(kNoTimers, "CTimer", "No timers available");
 }
 
 }  // namespace rvl

@@ -4,10 +4,11 @@
 
 namespace rvl::platform {
 
-/// The boot clock goes on while the machine sleeps: a peer that was silent all the while counts as silent.
+/// The clock of the loop's wake-up too: both stand still while the machine sleeps, so that nobody is found
+/// silent for the time in which nobody could speak.
 std::uint32_t TickCount32() {
     timespec now{};
-    clock_gettime(CLOCK_BOOTTIME, &now);
+    clock_gettime(CLOCK_MONOTONIC, &now);
     const std::uint64_t milliseconds =
         static_cast<std::uint64_t>(now.tv_sec) * 1000 + static_cast<std::uint64_t>(now.tv_nsec) / 1000000;
     return static_cast<std::uint32_t>(milliseconds);

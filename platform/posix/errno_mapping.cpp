@@ -23,7 +23,8 @@ constexpr Mapping kSocketErrors[] = {
     {ENOTCONN, 10057},        {ESHUTDOWN, 10058},       {ETOOMANYREFS, 10059},  {ETIMEDOUT, 10060},
     {ECONNREFUSED, 10061},    {ELOOP, 10062},           {ENAMETOOLONG, 10063},  {EHOSTDOWN, 10064},
     {EHOSTUNREACH, 10065},    {ENOTEMPTY, 10066},       {EUSERS, 10068},        {EDQUOT, 10069},
-    {ESTALE, 10070},          {EREMOTE, 10071},
+    {ESTALE, 10070},          {EREMOTE, 10071},         {ENONET, 10050},        {ENODEV, 10050},
+    {EPROTO, 10053},
 };
 
 constexpr Mapping kFileErrors[] = {

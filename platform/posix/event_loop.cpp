@@ -105,9 +105,10 @@ WakeUp::~WakeUp() {
     g_source_unref(m_impl->source);
 }
 
-void WakeUp::After(std::uint64_t milliseconds) {
+bool WakeUp::After(std::uint64_t milliseconds) {
     const gint64 moment = g_get_monotonic_time() + static_cast<gint64>(milliseconds) * 1000;
     g_source_set_ready_time(m_impl->source, moment);
+    return true;
 }
 
 void WakeUp::Cancel() {

@@ -13,6 +13,7 @@ namespace {
 constexpr int kHostNotFound = 11001;
 constexpr int kTryAgain = 11002;
 constexpr int kNoRecovery = 11003;
+constexpr int kNoAddress = 11004;
 
 int LookupError(const GError& error) {
     if (g_error_matches(&error, G_RESOLVER_ERROR, G_RESOLVER_ERROR_NOT_FOUND)) return kHostNotFound;
@@ -24,6 +25,14 @@ std::uint32_t AddressOf(GInetAddress* address) {
     std::uint32_t value = 0;
     std::memcpy(&value, g_inet_address_to_bytes(address), sizeof value);
     return value;
+}
+
+/// An IPv6 address written as such comes back whatever was asked for.
+GInetAddress* FirstIpv4(GList* addresses) {
+    for (GList* row = addresses; row != nullptr; row = row->next)
+        if (g_inet_address_get_family(G_INET_ADDRESS(row->data)) == G_SOCKET_FAMILY_IPV4)
+            return G_INET_ADDRESS(row->data);
+    return nullptr;
 }
 
 }  // namespace
@@ -40,8 +49,8 @@ struct NameLookup::Impl {
         g_object_unref(resolver);
     }
 
-    void Complete(GError* error) {
-        const int code = error != nullptr ? LookupError(*error) : 0;
+    void Complete(GError* error, int code = 0) {
+        if (error != nullptr) code = LookupError(*error);
         g_clear_error(&error);
         if (const Completion run = std::exchange(completion, nullptr))
             DispatchEvent([&] { run(code, host, address); });
@@ -65,9 +74,10 @@ void ForwardFinished(GObject*, GAsyncResult* result, gpointer data) {
     const Pending impl = Take(data);
     GError* error = nullptr;
     GList* addresses = g_resolver_lookup_by_name_with_flags_finish(impl->resolver, result, &error);
-    if (addresses != nullptr) impl->address = AddressOf(G_INET_ADDRESS(addresses->data));
+    GInetAddress* first = FirstIpv4(addresses);
+    if (first != nullptr) impl->address = AddressOf(first);
     g_resolver_free_addresses(addresses);
-    impl->Complete(error);
+    impl->Complete(error, first != nullptr ? 0 : kNoAddress);
 }
 
 void ReverseFinished(GObject*, GAsyncResult* result, gpointer data) {

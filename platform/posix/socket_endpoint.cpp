@@ -10,6 +10,7 @@
 #include <memory>
 #include <utility>
 
+#include "platform/event_loop.h"
 #include "platform/posix/errno_mapping.h"
 #include "platform/posix/socket_watch.h"
 
@@ -48,6 +49,12 @@ int& SpareDescriptor() {
     return spare;
 }
 
+/// The last accept failed for want of something: its connection may still be pending.
+bool& AcceptFailed() {
+    static bool failed = false;
+    return failed;
+}
+
 void TurnAway(int listener) {
     ::close(SpareDescriptor());
     ::close(::accept4(listener, nullptr, nullptr, SOCK_CLOEXEC));
@@ -76,11 +83,13 @@ struct SocketEndpoint::Impl : std::enable_shared_from_this<SocketEndpoint::Impl>
     int streamError = 0;
     Notify notify;
     std::unique_ptr<SocketWatch> watch;
+    std::unique_ptr<WakeUp> rest;  ///< of a listener that could not accept
 
     ~Impl() { Close(); }
 
     void Close() {
         watch.reset();
+        rest.reset();
         notify = nullptr;
         if (descriptor >= 0) ::close(std::exchange(descriptor, -1));
         connecting = listening = writableWanted = streamEnded = false;
@@ -121,8 +130,19 @@ struct SocketEndpoint::Impl : std::enable_shared_from_this<SocketEndpoint::Impl>
         Raise(SocketNotification::ConnectFinished, known != 0 ? known : SocketErrorFromErrno(error));
     }
 
+    /// A connection that cannot be accepted for now stays pending: the listener rests instead of spinning.
+    void OnConnectionPending() {
+        constexpr std::uint64_t kRest = 1000;
+        AcceptFailed() = false;
+        Raise(SocketNotification::ConnectionPending);
+        if (!AcceptFailed() || !watch) return;
+        watch->SetConditions(Conditions(0));
+        rest = std::make_unique<WakeUp>([this] { UpdateInterest(); });
+        rest->After(kRest);
+    }
+
     void OnInput() {
-        if (listening) return Raise(SocketNotification::ConnectionPending);
+        if (listening) return OnConnectionPending();
         // Readable again and again while whole buffers come in: asking poll in between would cost as much as
         // the data. The bound leaves the other sources their turn.
         constexpr int kMostInARow = 32;
@@ -205,6 +225,7 @@ int SocketEndpoint::Accept(std::intptr_t listener, Ipv4Endpoint& remote) {
         TurnAway(static_cast<int>(listener));
         errno = EMFILE;
     }
+    AcceptFailed() = accepted < 0 && errno != EAGAIN && errno != ECONNABORTED;
     const int result = m_impl->Adopt(accepted, Protocol::Tcp);
     if (result == 0) remote = FromSockaddr(address);
     return result;

@@ -12,11 +12,11 @@ PROBE = workstation.BIN.resolve().parent / "tests" / "dialog_probe"
 
 
 class Display:
-    """An X server of its own; which number it has is its own choice."""
+    """An X server of its own; it chooses its number and does not start anew when its last client leaves."""
 
     def __init__(self):
         ready, told = os.pipe()
-        command = ["Xvfb", "-displayfd", str(told), "-screen", "0", "1024x768x24", "-nolisten", "tcp"]
+        command = ["Xvfb", "-displayfd", str(told), "-screen", "0", "1024x768x24", "-nolisten", "tcp", "-noreset"]
         self.server = subprocess.Popen(command, pass_fds=[told], stderr=subprocess.DEVNULL)
         os.close(told)
         with open(ready) as number:

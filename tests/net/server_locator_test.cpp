@@ -26,6 +26,7 @@ class LocatorTest : public test::PrivateNetworkTest, protected ServerLocator::Ho
 
     Text ServerAddress() override { return address; }
     Text DomainController() override { return controller; }
+    bool IsConnectedToServer() const override { return connected; }
     void ShowStatus(const Text& text) override { status = text; }
     void ConnectToServer(const Text& host, std::int32_t interval) override {
         connects += host + " " + std::to_string(interval) + "|";
@@ -46,6 +47,7 @@ class LocatorTest : public test::PrivateNetworkTest, protected ServerLocator::Ho
 
     test::VirtualClock clock;
     Text address, controller, connects, status;
+    bool connected = false;
     test::TestSocket server;
     ServerLocator locator{*this};
 };
@@ -92,7 +94,7 @@ TEST_F(LocatorTest, Replies) {
         {reply + "SRV" + kNul + "2", "", "UDP 127.0.0.1:16378: <-- " + reply + "SRV" + kNul + "2"},
         {kNul + "LOCATE" + kNul, "", unknown + kNul + "LOCATE" + kNul},
         {"\x01\xFF", "", unknown + "01 00 FF 00"},
-        {"ctx" + kNul + " locate_Reply " + kNul + full, "127.0.0.1 0|",
+        {"ctx" + kNul + " locate_Reply " + kNul + full, "127.0.0.1 30000|",
          "Found server via broadcast: SRV @ 127.0.0.1"},
         {reply + full, "", "UDP 127.0.0.1:16378: <-- " + reply + full}};  // a second server
     locator.LocateServer();
@@ -105,9 +107,13 @@ TEST_F(LocatorTest, Replies) {
     }
     EXPECT_EQ(locator.DiscoveryMethod(), "broadcast:127.0.0.1");
     locator.Restart();
-    server.socket->SendTo("127.0.0.1", locator.Port(), reply + full);
-    Settle();
-    EXPECT_EQ(connects, "127.0.0.1 0|");
+    for (const bool live : {true, false}) {
+        EXPECT_EQ(connects, "");  // a late reply does not take a live link away
+        connected = live;
+        server.socket->SendTo("127.0.0.1", locator.Port(), reply + full);
+        Settle();
+    }
+    EXPECT_EQ(connects, "127.0.0.1 30000|");
 }
 
 }  // namespace

@@ -10,7 +10,8 @@ namespace rvl::deployserver {
 namespace {
 
 // A piece, its frame and its message header have to fit the client's input buffer of 524288 characters.
-constexpr std::int64_t kLargestPiece = 524000;
+// With header and a receipt of the piece behind it, it has to fit the client's input buffer of 524288.
+constexpr std::int64_t kLargestPiece = 515000;
 
 constexpr const char* kHelp =
     "Usage: deployserver [OPTION]...\n"
@@ -23,7 +24,7 @@ constexpr const char* kHelp =
     "  --no-locate          do not open the UDP port: leave LOCATE to other servers\n"
     "  --push=LOCALFILE     push this file to every workstation that logs in; needs --to\n"
     "  --to=PATH            where the workstation stores it, such as 'C:\\Data\\front end.mdb'\n"
-    "  --piece=BYTES        bytes per FILE_DATA message, 1 to 524000 (default 262144): with its header it\n"
+    "  --piece=BYTES        bytes per FILE_DATA message, 1 to 515000 (default 262144): with its header it\n"
     "                       has to fit the client's input buffer of 524288 characters\n"
     "  --no-resume          have the client begin at 0 even when it holds a part of the file\n"
     "  --cut-after=BYTES    cut the link once, when this many bytes of the file were sent, all workstations\n"
