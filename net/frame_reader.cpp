@@ -2,22 +2,12 @@
 
 #include "runtime/log_file.h"
 #include "util/message.h"
+#include "util/scoped_state.h"
 
 namespace rvl {
 namespace {
 
 constexpr std::size_t kLengthSize = 4;
-
-class ExtractingGuard {
- public:
-    explicit ExtractingGuard(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~ExtractingGuard() { m_flag = false; }
-    ExtractingGuard(const ExtractingGuard&) = delete;
-    ExtractingGuard& operator=(const ExtractingGuard&) = delete;
-
- private:
-    bool& m_flag;
-};
 
 }  // namespace
 
@@ -31,7 +21,7 @@ bool FrameReader::Receive(TextView bytes, const Deliver& deliver) {
     if (m_closed) return true;
     m_buffer.Append(bytes);
     if (m_extracting) return true;
-    const ExtractingGuard extracting(m_extracting);
+    const ScopedFlag extracting(m_extracting);
     Step step = Step::Delivered;
     while (step == Step::Delivered && !m_closed)
         step = ExtractOne(deliver);

@@ -10,6 +10,7 @@
 #include "util/error_text.h"
 #include "util/handle_error.h"
 #include "util/ipv4.h"
+#include "util/scoped_state.h"
 #include "util/text_functions.h"
 
 namespace rvl {
@@ -41,18 +42,6 @@ constexpr int kWrongProtocol = 6;
 void CheckSystem(int error, TextView source) {
     if (error != 0) throw Error(error, Text(source), GetErrorString(error));
 }
-
-/// Sets a flag for as long as it lives.
-class FlagGuard {
- public:
-    explicit FlagGuard(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~FlagGuard() { m_flag = false; }
-    FlagGuard(const FlagGuard&) = delete;
-    FlagGuard& operator=(const FlagGuard&) = delete;
-
- private:
-    bool& m_flag;
-};
 
 std::uint32_t BindAddress(const Text& dotted, TextView source) {
     if (dotted.empty()) return 0;  // all interfaces
@@ -281,7 +270,7 @@ void Socket::DNS(const Text& host, bool reverse) {
 void Socket::Reset() {
     if (m_resetting) return;
     const auto self = shared_from_this();
-    const FlagGuard resetting(m_resetting);
+    const ScopedFlag resetting(m_resetting);
     if (m_endpoint.Handle() != platform::kNoSocket) {
         YieldToPendingEvents();
         m_endpoint.Close();
@@ -387,7 +376,7 @@ void Socket::SendSomeData(bool deferredCompletion) {
     if (m_sending || m_sendQueue.IsEmpty() || m_wouldBlock) return;
     const auto self = shared_from_this();
     {
-        const FlagGuard sending(m_sending);
+        const ScopedFlag sending(m_sending);
         RunSendLoop();
     }
     // Outside the loop: whoever hears that everything is sent may send again.

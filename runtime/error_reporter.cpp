@@ -7,6 +7,7 @@
 #include "runtime/message_box.h"
 #include "runtime/process_state.h"
 #include "runtime/terminate.h"
+#include "util/scoped_state.h"
 #include "util/text_functions.h"
 
 #ifndef RVL_SUPPORT_PAGE
@@ -19,15 +20,6 @@ namespace {
 constexpr const char* kSupportPage = RVL_SUPPORT_PAGE;
 constexpr const char* kLineEnd = "\r\n";
 constexpr const char* kEmptyLine = "\r\n\r\n";
-
-/// One more report in progress for as long as it lives.
-class ReportInProgress {
- public:
-    ReportInProgress() { ++State().ErrorDepth; }
-    ~ReportInProgress() { --State().ErrorDepth; }
-    ReportInProgress(const ReportInProgress&) = delete;
-    ReportInProgress& operator=(const ReportInProgress&) = delete;
-};
 
 Text WithLine(TextView procedure, const ErrorRecord& record) {
     return Text(procedure) + (record.Erl > 0 ? ":" + NumberText(record.Erl) : Text());
@@ -76,7 +68,7 @@ void ErrorReporter::ReportError(TextView procedure, const ErrorRecord& record, b
 void ErrorReporter::ReportError(TextView procedure, const ErrorRecord& record, bool reRaise,
                                 TextView whileText, TextView suffix) {
     {
-        const ReportInProgress report;
+        const ScopedDepth report(State().ErrorDepth);
         const int depth = State().ErrorDepth;
         if (depth > 2 && !reRaise) Terminate(kExitFatal, false, true);
         if (depth == 1) ReportFirst(procedure, record, Compose(procedure, record, whileText, suffix));

@@ -4,21 +4,13 @@
 
 #include "runtime/log_file.h"
 #include "util/handle_error.h"
+#include "util/scoped_state.h"
 
 namespace rvl {
 namespace {
 
-/// Counts a message box as open for as long as it lives.
-class OpenMessageBox {
- public:
-    OpenMessageBox() { ++State().MsgBoxDepth; }
-    ~OpenMessageBox() { --State().MsgBoxDepth; }
-    OpenMessageBox(const OpenMessageBox&) = delete;
-    OpenMessageBox& operator=(const OpenMessageBox&) = delete;
-};
-
 int Show(const Text& prompt, int style, const Text& title) {
-    const OpenMessageBox open;
+    const ScopedDepth open(State().MsgBoxDepth);
     const bool plain = State().MsgBoxDepth >= 2;
     return CurrentDialogs().ShowMessageBox(prompt, style, title, plain);
 }
