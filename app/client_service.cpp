@@ -110,7 +110,7 @@ void frmClientService::StoreServerAddress(const Text& address) {
 Text frmClientService::WorkstationUUIDString() {
     const Value stored = m_database.GetSettingValue("WorkstationUUID");
     if (!IsNull(stored)) return TextOf(stored);
-    const Text uuid = "{guid " + GenerateGUIDString() + "}";
+    Text uuid = "{guid " + GenerateGUIDString() + "}";
     m_database.SetSettingValue("WorkstationUUID", uuid);
     return uuid;
 }

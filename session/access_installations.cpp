@@ -54,7 +54,7 @@ Text FromProgramFiles(const Text& version) {
 Text FindAccessLocation(std::int32_t version) try {
     const Text number = NumberText(version);
     for (const auto source : {FromOpenCommand, FromInstallRoot, FromClassId, FromProgramFiles}) {
-        const Text path = source(number);
+        Text path = source(number);
         if (!path.empty() && FileExists(path)) return path;
     }
     return "";
