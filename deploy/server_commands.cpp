@@ -41,6 +41,7 @@ void ServerCommands::m_sckServer_MessageReceived(Text data) {
     Message message;
     try {
         MaybeLogProtocolData(data, false);
+        if (RouteToTransfer(ViewMessage(data))) return;
         message = SplitMessage(std::move(data));
         Route(message);
     } catch (...) {
@@ -53,11 +54,12 @@ void ServerCommands::m_sckServer_MessageReceived(Text data) {
 }
 
 void ServerCommands::Route(Message& message) {
-    if (RouteToTransfer(message) || RouteToSession(message)) return;
+    if (RouteToSession(message)) return;
     Dispatch(ServerRequest(message, m_ports.replies));
 }
 
-bool ServerCommands::RouteToTransfer(const Message& message) {
+/// File content is handed on where it stands: it is most of what a server sends.
+bool ServerCommands::RouteToTransfer(const MessageView& message) {
     if (!m_ports.transfers.IsActive(message.context)) return false;
     m_ports.transfers.Continue(message.command, message.params);
     return true;

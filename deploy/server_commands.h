@@ -36,7 +36,7 @@ class ServerCommands {
     void AddLinkCommands();
     void AddFileCommands();
     void Route(Message& message);
-    bool RouteToTransfer(const Message& message);
+    bool RouteToTransfer(const MessageView& message);
     bool RouteToSession(Message& message);
     void Dispatch(const ServerRequest& request);
 

@@ -17,7 +17,7 @@ class FileTransfers {
     explicit FileTransfers(SendToServer sendToServer) : m_sendToServer(std::move(sendToServer)) {}
 
     /// True when a transfer with this context is active: its messages go to Continue, whatever their command.
-    bool IsActive(const Text& context) const { return m_download && m_download->Context() == context; }
+    bool IsActive(TextView context) const { return m_download && m_download->Context() == context; }
 
     void Begin(const Text& context, TextView params);
     void Continue(const Text& command, TextView params);

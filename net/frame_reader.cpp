@@ -11,10 +11,12 @@ constexpr std::size_t kLengthSize = 4;
 
 }  // namespace
 
+Text FrameHeader(TextView message) {
+    return LongToString(static_cast<std::int32_t>(message.size()));
+}
+
 Text MakeFrame(TextView message) {
-    Text frame = LongToString(static_cast<std::int32_t>(message.size()));
-    frame += message;
-    return frame;
+    return FrameHeader(message) + Text(message);
 }
 
 bool FrameReader::Receive(TextView bytes, const Deliver& deliver) {

@@ -10,7 +10,10 @@ namespace rvl {
 /// Characters that may wait in a connection's input buffer; one more ends the connection.
 inline constexpr std::size_t kInputBufferLimit = 524288;
 
-/// Length (4 bytes, least significant first) and message: one frame of the TCP links.
+/// What stands before a message in a frame of the TCP links: its length, 4 bytes, least significant first.
+Text FrameHeader(TextView message);
+
+/// Header and message.
 Text MakeFrame(TextView message);
 
 /// Takes complete messages out of the bytes received on one TCP connection, in time linear in their number.

@@ -315,12 +315,16 @@ void Socket::OnReadable() {
 }
 
 void Socket::ReceiveStream() {
-    std::array<char, kReadSize> buffer;
+    // Taken out while it is used: a handler may let more data of this socket come in.
+    Text data = std::move(m_receiveBuffer);
+    data.resize(kReadSize);
     std::size_t received = 0;
-    m_endpoint.Receive(buffer.data(), buffer.size(), received);
-    if (received == 0 || m_state != SocketState::Connected) return;
-    const Text data(buffer.data(), received);
-    Raise("DataReceived", [&](SocketEvent& sink) { sink.DataReceived(m_index, data); });
+    m_endpoint.Receive(data.data(), data.size(), received);
+    data.resize(received);
+    if (received > 0 && m_state == SocketState::Connected)
+        Raise("DataReceived", [&](SocketEvent& sink) { sink.DataReceived(m_index, data); });
+    if (received == kReadSize)
+        m_receiveBuffer = std::move(data);  // more is coming; an idle socket keeps none
 }
 
 void Socket::ReceiveDatagram() {
@@ -364,11 +368,12 @@ void Socket::SendDatagram(std::uint32_t address, std::uint16_t port, const Text&
     Raise("SendComplete", [&](SocketEvent& sink) { sink.SendComplete(m_index); });
 }
 
-void Socket::SendData(TextView data) {
+void Socket::SendData(TextView data, TextView more) {
     CheckProtocol(platform::Protocol::Tcp, "Socket.SendData");
     CheckState(SocketState::Connected, "Socket.SendData");
-    if (data.empty()) return;
+    if (data.empty() && more.empty()) return;
     m_sendQueue.Append(data);
+    m_sendQueue.Append(more);
     SendSomeData(true);
 }
 

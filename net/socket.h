@@ -46,7 +46,8 @@ class Socket : public std::enable_shared_from_this<Socket> {
     void Accept(std::intptr_t requestId);
     void Bind(std::uint16_t port, const Text& bindAddress);
     void SendTo(const Text& host, std::uint16_t port, const Text& data);
-    void SendData(TextView data);
+    /// Both parts go out as one: a header need not be copied in front of its content first.
+    void SendData(TextView data, TextView more = {});
     void DNS(const Text& host, bool reverse);
     void Reset();
 
@@ -109,6 +110,7 @@ class Socket : public std::enable_shared_from_this<Socket> {
     std::uint16_t m_remotePort = 0;
     std::uint16_t m_localPort = 0;
 
+    Text m_receiveBuffer;
     ByteQueue m_sendQueue;
     bool m_sending = false;     ///< a send loop is running
     bool m_wouldBlock = false;  ///< the system refused more data until the writable notification

@@ -41,7 +41,7 @@ void SocketClient::SetRetryInterval(std::int32_t milliseconds) {
 
 void SocketClient::SendData(TextView message) try {
     if (m_socket && m_socket->State() == SocketState::Connected)
-        m_socket->SendData(MakeFrame(message));
+        m_socket->SendData(FrameHeader(message), message);
     else
         Log("SocketClient not connected");
 } catch (...) {

@@ -127,7 +127,7 @@ void SocketServer::SendData(std::int16_t clientId, TextView message) try {
     if (slot == nullptr || !slot->socket) return;
     const auto socket = slot->socket;
     if (IsConnected(socket))
-        socket->SendData(MakeFrame(message));
+        socket->SendData(FrameHeader(message), message);
     else
         Log("SocketServer::SendData Not Connected");
 } catch (...) {

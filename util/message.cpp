@@ -25,16 +25,22 @@ Text MakeMessage(TextView context, TextView command, TextView params) {
     return message;
 }
 
-Message SplitMessage(Text message) {
+MessageView ViewMessage(TextView message) {
+    MessageView view;
     const std::size_t contextEnd = message.find('\0');
-    if (contextEnd == Text::npos) return {std::move(message), {}, {}};
-    Message parts;
-    parts.context = message.substr(0, contextEnd);
-    const TextView rest = TextView(message).substr(contextEnd + 1);
-    const std::size_t commandSize = rest.find('\0');
-    parts.command = UpperCase(TrimView(rest.substr(0, commandSize)));
-    if (commandSize == TextView::npos) return parts;
-    message.erase(0, contextEnd + 1 + commandSize + 1);
+    view.context = message.substr(0, contextEnd);
+    if (contextEnd == TextView::npos) return view;
+    const TextView rest = message.substr(contextEnd + 1);
+    const std::size_t commandEnd = rest.find('\0');
+    view.command = UpperCase(TrimView(rest.substr(0, commandEnd)));
+    if (commandEnd != TextView::npos) view.params = rest.substr(commandEnd + 1);
+    return view;
+}
+
+Message SplitMessage(Text message) {
+    MessageView view = ViewMessage(message);
+    Message parts{Text(view.context), std::move(view.command), {}};
+    message.erase(0, message.size() - view.params.size());
     parts.params = std::move(message);
     return parts;
 }

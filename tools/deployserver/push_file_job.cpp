@@ -96,9 +96,9 @@ std::size_t PushFileJob::PieceSizeAt(std::int64_t position) const {
     return static_cast<std::size_t>(std::min(piece, m_pieces.FileSize() - position));
 }
 
-/// One piece is on its way while the workstation stores the one before: neither side waits for the other.
+/// Pieces are on their way while the workstation stores the one before: neither side waits for the other.
 void PushFileJob::FillWindow() {
-    constexpr std::size_t kPiecesOnTheirWay = 2;
+    constexpr std::size_t kPiecesOnTheirWay = 4;
     while (m_stage == Stage::Sending && m_next < m_pieces.FileSize() &&
            m_unacknowledged.size() < kPiecesOnTheirWay)
         SendPiece();
