@@ -9,7 +9,7 @@ import time
 from workstation import Workstation, kill, status_kilobytes, wait_for
 
 PIECE = 262144
-ROUNDS = 5
+ROUNDS = 8
 
 
 def finished(station, server):
