@@ -1,11 +1,11 @@
 #include "app/interactive_start.h"
 
 #include "app/run_mode.h"
-#include "platform/process.h"
+#include "app/update_mode.h"
 #include "runtime/log_file.h"
 #include "runtime/message_box.h"
 #include "runtime/process_state.h"
-#include "runtime/terminate.h"
+#include "ui/window_programs.h"
 #include "util/command_words.h"
 #include "util/handle_error.h"
 #include "util/text_functions.h"
@@ -13,24 +13,16 @@
 namespace rvl {
 namespace {
 
-/// The windows of these modes are not part of the program yet; without a display they could not be shown
-/// anyway.
-int RefuseWindow(const Text& window) {
-    platform::WriteStandardError(platform::HasDisplay() ? "This version of the program has no " + window
-                                                        : "The " + window + " needs a display");
-    return kExitFatal;
-}
-
 int StartHelper() {
     State().LogTag = "Helper";
     Log("Client Helper starting");
-    return RefuseWindow("helper");
+    return RunHelper(StartClientUpgradeWaitMode);
 }
 
 int StartSwitchboard(const Text& commandLine) {
     Log("Client UI starting");
     if (!commandLine.empty()) Log("Warning: Unrecognized command line parameter: " + commandLine);
-    return RefuseWindow("switchboard");
+    return RunSwitchboard(StartClientUpgradeWaitMode);
 }
 
 int StartOneFrontend(const Text& commandLine) {
@@ -39,7 +31,7 @@ int StartOneFrontend(const Text& commandLine) {
     const Text name = FirstWord(RestAfterFirstWord(words));
     if (name.empty() || frontendId < 1) MsgBox("Invalid command line parameters", kIconCritical);
     Log("Client UI starting in launch frontend mode");
-    return RefuseWindow("start-front-end window");
+    return RunStartFrontend(frontendId, name);
 }
 
 }  // namespace

@@ -34,6 +34,8 @@ constexpr Switch kSwitches[] = {
     {"/stop", RunMode::StopService, false},
     {"-update-mode", RunMode::Update, true},
     {"-update-mode-debug", RunMode::Update, true},
+    {"-update-guard", RunMode::UpdateGuard, true},
+    {"-update-guard-debug", RunMode::UpdateGuard, true},
     {"-service_mode-after-update", RunMode::ServiceAfterUpdate, true},
     {"-service_mode-after-update-debug", RunMode::ServiceAfterUpdate, true},
 };

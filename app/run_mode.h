@@ -15,6 +15,7 @@ enum class RunMode {
     StartService,
     StopService,
     Update,
+    UpdateGuard,  ///< started by an update process for its own safety, never by a person
     ServiceAfterUpdate,
     Interactive,
 };

@@ -1,6 +1,5 @@
 #include "app/service_control.h"
 
-#include "platform/service_process.h"
 #include "runtime/log_file.h"
 #include "runtime/process_state.h"
 #include "runtime/system_information.h"
@@ -9,8 +8,44 @@
 #include "util/text_functions.h"
 
 namespace rvl {
+namespace {
 
-Text ServicePath() try { return platform::RegisteredServiceCommandLine(kServiceName); } catch (...) {
+using platform::ServiceState;
+
+Text GetServiceConfig() try { return platform::RegisteredServiceCommandLine(kServiceName); } catch (...) {
+    HandleError("ServiceControl.GetServiceConfig");
+    return "";
+}
+
+}  // namespace
+
+int StartService() try { return platform::LaunchService(kServiceName); } catch (...) {
+    const int number = CurrentError().Number;
+    HandleError("ServiceControl.StartService");
+    return number;
+}
+
+int StopService() try { return platform::SendStopControl(kServiceName); } catch (...) {
+    const int number = CurrentError().Number;
+    HandleError("ServiceControl.StopService");
+    return number;
+}
+
+ServiceState GetServiceStatus() try {
+    ServiceState state = ServiceState::NotInstalled;
+    platform::QueryServiceState(kServiceName, state);
+    return state;
+} catch (...) {
+    HandleError("ServiceControl.GetServiceStatus");
+    return ServiceState::NotInstalled;
+}
+
+bool GetServiceInstalled() try { return GetServiceStatus() != ServiceState::NotInstalled; } catch (...) {
+    HandleError("ServiceControl.GetServiceInstalled");
+    return false;
+}
+
+Text ServicePath() try { return GetServiceConfig(); } catch (...) {
     HandleError("ServiceControl.ServicePath");
     return "";
 }

@@ -4,8 +4,11 @@
 #include "app/interactive_start.h"
 #include "app/run_mode.h"
 #include "app/service_control.h"
-#include "app/tools_library.h"
+#include "app/service_modes.h"
+#include "runtime/tools_library.h"
+#include "app/update_mode.h"
 #include "app/update_state.h"
+#include "app/upgrade_cleanup.h"
 #include "platform/process.h"
 #include "runtime/log_file.h"
 #include "runtime/process_state.h"
@@ -43,23 +46,19 @@ int RunService() {
 int RunServiceAfterUpdate(const Text& commandLine) {
     State().DebugMode = FirstWord(commandLine) == "-service_mode-after-update-debug";
     Log("Now running on new binary");
+    SetUpdating(false);
     State().UpgradeTempPath = FirstWord(RestAfterFirstWord(commandLine));
+    UpgradeCleanup();
     return RunService();
 }
 
-/// Nobody may take a mode that does nothing for one that has worked.
-int RefuseMode(const Text& commandLine) {
-    const Text line = "This version of the program cannot run \"" + commandLine + "\"";
-    Log(line);
-    platform::WriteStandardError(line);
-    return kExitFatal;
-}
-
-/// The service never shows a dialog, not even before it knows that it is one.
+/// The service never shows a dialog, not even before it knows that it is one, unless somebody debugs it; nor
+/// do those who replace it, for whom nobody might be there to click.
 void ChooseDialogs(RunMode mode) {
     static WindowDialogs dialogs;
     const bool isService = mode == RunMode::Service || mode == RunMode::ServiceAfterUpdate;
-    if (!isService && platform::HasDisplay()) InstallDialogs(&dialogs);
+    const bool isUpdate = mode == RunMode::Update || mode == RunMode::UpdateGuard;
+    if (!isUpdate && (!isService || State().DebugMode) && platform::HasDisplay()) InstallDialogs(&dialogs);
 }
 
 int EnterMode(const Text& commandLine) {
@@ -80,10 +79,16 @@ int EnterMode(const Text& commandLine) {
         case RunMode::Remove:
         case RunMode::StartService:
         case RunMode::StopService:
+            RunServiceControlMode(mode);
+            return kExitNormal;
         case RunMode::Update:
-            break;
+            RunUpdateMode(commandLine);
+            return kExitNormal;
+        case RunMode::UpdateGuard:
+            RunUpdateGuard(commandLine);
+            return kExitNormal;
     }
-    return RefuseMode(commandLine);
+    return kExitNormal;
 }
 
 }  // namespace

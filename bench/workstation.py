@@ -27,6 +27,7 @@ class Workstation:
         self.app = self.folder / "app"
         shutil.copytree(BIN, self.app)
         self.drive_c = self.folder / "root" / "drive_c"
+        self.environment = dict(os.environ, RVL_ROOT=str(self.folder / "root"))
         self.processes = []
 
     def __enter__(self):
@@ -39,18 +40,18 @@ class Workstation:
                 process.wait()
         shutil.rmtree(self.folder)
 
-    def start_service(self):
-        environment = dict(os.environ, RVL_ROOT=str(self.folder / "root"))
-        service = subprocess.Popen([self.app / "RVLClient", "-service_mode"], env=environment)
-        self.processes.append(service)
-        return service
+    def start(self, program, *arguments, **streams):
+        process = subprocess.Popen([self.app / program, *arguments], env=self.environment, **streams)
+        self.processes.append(process)
+        return process
 
-    def start_server(self, *options):
-        output = open(self.folder / "server.out", "ab")
-        server = subprocess.Popen([self.app / "deployserver", *options], stdout=output)
-        output.close()
-        self.processes.append(server)
-        return server
+    def start_service(self):
+        return self.start("RVLClient", "-service_mode")
+
+    def start_server(self, *options, orders=None):
+        """`orders` is what its standard input is."""
+        with open(self.folder / "server.out", "ab") as output:
+            return self.start("deployserver", *options, stdin=orders, stdout=output)
 
     def server_lines(self):
         path = self.folder / "server.out"

@@ -20,7 +20,7 @@ Text AskForPermission(const Text& permission) {
 }  // namespace
 
 Text ExplainDatabaseError(std::int32_t number, TextView source) {
-    const Text title = kApplicationTitle;
+    const Text title = State().ApplicationTitle;
     switch (number) {
         case kErrorCannotLock:
             return AskForPermission("create, modify and delete files in the folder containing the database");

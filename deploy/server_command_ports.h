@@ -25,15 +25,11 @@ class LinkCommands {
     virtual void OnFindServerAgain() = 0;
 };
 
-/// The local sessions that the server's messages can be addressed to.
-class LocalSessions {
+/// The server's command to replace the client executable by a file that was transferred before.
+class UpdateCommands {
  public:
-    virtual ~LocalSessions() = default;
-    virtual std::int16_t MaxClientID() const = 0;
-    virtual bool HasSession(std::int16_t clientId) const = 0;
-    /// The parameter string is passed on unchanged.
-    virtual void SendToClient(std::int16_t clientId, const Text& context, const Text& command,
-                              const Text& params) = 0;
+    virtual ~UpdateCommands() = default;
+    virtual void OnUpdatedBinary(const Text& path) = 0;  ///< the file exists
 };
 
 }  // namespace rvl

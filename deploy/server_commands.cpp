@@ -2,17 +2,23 @@
 
 #include <utility>
 
+#include "deploy/access_commands.h"
 #include "deploy/file_commands.h"
+#include "deploy/shortcut_command.h"
 #include "runtime/error_reporter.h"
+#include "runtime/folders.h"
 #include "runtime/log_file.h"
 #include "util/handle_error.h"
 #include "util/text_functions.h"
 
 namespace rvl {
 
-ServerCommands::ServerCommands(Ports ports) : m_ports(ports) {
+ServerCommands::ServerCommands(Ports ports) : m_ports(ports), m_sessionCommands(ports.sessions) {
     AddLinkCommands();
     AddFileCommands();
+    AddAccessCommands();
+    AddFrontendCommands();
+    AddSessionCommands();
 }
 
 void ServerCommands::AddLinkCommands() {
@@ -33,7 +39,41 @@ void ServerCommands::AddFileCommands() {
     m_commands["CREATE_DIRECTORY"] = {1, CreateDirectoryCommand};
     m_commands["MKDIR"] = {1, MakeDirectoryCommand};
     m_commands["GET_FILE_INFO"] = {2, GetFileInfoCommand};
+    m_commands["CREATE_SHORTCUT"] = {4, CreateShortcutCommand};
     m_commands["GET_FILE_MD5"] = {1, GetFileMd5Command};
+}
+
+void ServerCommands::AddAccessCommands() {
+    m_commands["ACL_REMOVE_ALL"] = {2, RemoveAllAccessCommand};
+    m_commands["ACL_ADD"] = {3, AddAccessCommand};
+    m_commands["ACL_OWNER"] = {2, SetOwnerCommand};
+}
+
+void ServerCommands::AddFrontendCommands() {
+    FrontendCommands& frontends = m_ports.frontends;
+    m_commands["FRONTEND_ADD"] = {14, [&](const ServerRequest& request) { frontends.Add(request); }};
+    m_commands["FRONTEND_FILE_ADD"] = {3, [&](const ServerRequest& request) { frontends.AddFile(request); }};
+    m_commands["FRONTEND_DEPLOY"] = {2, [&](const ServerRequest& request) { frontends.Deploy(request); }};
+    m_commands["FRONTEND_MAKE_AVAILABLE"] = {
+        2, [&](const ServerRequest& request) { frontends.MakeAvailable(request); }};
+    m_commands["FRONTEND_REMOVE"] = {1, [&](const ServerRequest& request) { frontends.Remove(request); }};
+    m_commands["UPDATED_BINARY"] = {1, [this](const ServerRequest& request) { UpdatedBinary(request); }};
+}
+
+void ServerCommands::AddSessionCommands() {
+    SessionCommands& sessions = m_sessionCommands;
+    m_commands["FRONTEND_UPDATED"] = {
+        0, [&](const ServerRequest& request) { sessions.FrontendUpdated(request); }};
+    m_commands["CLOSE_FRONTEND"] = {7,
+                                    [&](const ServerRequest& request) { sessions.CloseFrontend(request); }};
+    m_commands["START_FRONTEND"] = {4,
+                                    [&](const ServerRequest& request) { sessions.StartFrontend(request); }};
+    m_commands["DENY_FRONTEND"] = {6, [&](const ServerRequest& request) { sessions.DenyFrontend(request); }};
+}
+
+void ServerCommands::UpdatedBinary(const ServerRequest& request) {
+    const Text& path = request.Parameters()[0];
+    FileExists(path) ? m_ports.update.OnUpdatedBinary(path) : request.RefuseAsInvalid();
 }
 
 void ServerCommands::m_sckServer_MessageReceived(Text data) {
@@ -73,9 +113,9 @@ bool ServerCommands::RouteToSession(Message& message) {
     const std::int32_t id = ParseLongOr(TextView(message.context).substr(0, separator), -1);
     message.context.erase(0, separator + 1);
     if (id < 0) return false;
-    const auto clientId = static_cast<std::int16_t>(id);
-    if (id <= m_ports.sessions.MaxClientID() && m_ports.sessions.HasSession(clientId))
-        m_ports.sessions.SendToClient(clientId, message.context, message.command, message.params);
+    if (m_ports.sessions.HasSession(id))
+        m_ports.sessions.SendToClientEx(static_cast<std::int16_t>(id), message.context, message.command,
+                                        message.params);
     return true;
 }
 

@@ -4,8 +4,11 @@
 #include <functional>
 #include <map>
 
+#include "deploy/frontend_commands.h"
+#include "deploy/local_sessions.h"
 #include "deploy/server_command_ports.h"
 #include "deploy/server_request.h"
+#include "deploy/session_commands.h"
 #include "net/file_transfers.h"
 
 namespace rvl {
@@ -20,6 +23,8 @@ class ServerCommands {
         LinkCommands& link;
         FileTransfers& transfers;
         LocalSessions& sessions;
+        FrontendCommands& frontends;
+        UpdateCommands& update;
     };
 
     explicit ServerCommands(Ports ports);
@@ -35,12 +40,17 @@ class ServerCommands {
 
     void AddLinkCommands();
     void AddFileCommands();
+    void AddAccessCommands();
+    void AddFrontendCommands();
+    void AddSessionCommands();
+    void UpdatedBinary(const ServerRequest& request);
     void Route(Message& message);
     bool RouteToTransfer(const MessageView& message);
     bool RouteToSession(Message& message);
     void Dispatch(const ServerRequest& request);
 
     Ports m_ports;
+    SessionCommands m_sessionCommands;
     std::map<Text, Command, std::less<>> m_commands;
 };
 

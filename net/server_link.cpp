@@ -63,7 +63,13 @@ Text ServerLink::DomainController() {
     return PrimaryDomainController();
 }
 
+void ServerLink::ShowStatus(const Text& status) {
+    m_status = status;
+    m_owner.StatusChanged();
+}
+
 void ServerLink::ConnectToServer(const Text& host, std::int32_t retryIntervalMs) {
+    m_owner.StatusChanged();
     UpdateServerConnected(false);  // whatever session there was ends here, without an event of its own
     m_sckServer.Init(host, kServerPort, retryIntervalMs);
 }

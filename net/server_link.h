@@ -36,6 +36,7 @@ class ServerLink : private ServerLocator::Host {
         virtual void ServerMessageReceived(Text message) = 0;
         virtual void ServerLoggedIn() = 0;  ///< LOGIN_OK, before the change of the connected state
         virtual void ServerConnectedChanged(bool connected) = 0;
+        virtual void StatusChanged() = 0;  ///< Status or DiscoveryMethod
         virtual void KeepAliveTick() = 0;  ///< every 5 seconds, for what else is looked after so often
     };
 
@@ -64,7 +65,7 @@ class ServerLink : private ServerLocator::Host {
     Text DomainController() override;
     void ConnectToServer(const Text& host, std::int32_t retryIntervalMs) override;
     bool IsConnectedToServer() const override { return m_sckServer.IsConnected(); }
-    void ShowStatus(const Text& status) override { m_status = status; }
+    void ShowStatus(const Text& status) override;
 
     void m_sckServer_ConnectionEstablished();
     void m_sckServer_ConnectionLost();

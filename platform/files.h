@@ -14,9 +14,13 @@ namespace rvl::platform {
 bool FileExists(const Text& path);       ///< false for a folder
 bool DirectoryExists(const Text& path);  ///< false for a file
 int FileLength(const Text& path, std::int64_t& bytes);
-int CopyFileTo(const Text& source, const Text& destination);  ///< overwrites
+int CopyFileTo(const Text& source, const Text& destination);  ///< overwrites; no part of a file stays
 int MoveFileTo(const Text& source, const Text& destination);  ///< within one drive; replaces, all or nothing
 int DeleteFileAt(const Text& path);
+
+/// True for the program of a running process: it can be neither deleted (5) nor replaced.
+bool IsRunningProgram(const Text& path);
+
 int MakeDirectory(const Text& path);      ///< one level
 int RemoveDirectoryAt(const Text& path);  ///< an empty one
 
@@ -45,5 +49,8 @@ std::vector<DirectoryEntry> FindEntries(const Text& pattern);
 
 /// True when the folder holds anything, also what FindEntries leaves out.
 bool HasEntries(const Text& folder);
+
+/// True when the folder or one below it holds anything that is no folder.
+bool HasFilesBelow(const Text& folder);
 
 }  // namespace rvl::platform

@@ -9,6 +9,7 @@ namespace rvl::platform {
 /// Who and where this process is, asked in the way of the system family at hand. A query that fails gives the
 /// empty text.
 Text UserName();              ///< account name without domain
+Text AccountFullName();       ///< of the person, from the account database; empty when it is not known
 Text FullUserNameSam();       ///< DOMAIN\user as the security library tells it
 Text WorkstationUserName();   ///< DOMAIN\user as the network library tells it; user alone without a domain
 Text LanGroup();              ///< the workstation's domain or workgroup

@@ -13,6 +13,10 @@ Text CommandLine();
 Text ExecutablePath();  ///< full path of the running executable
 std::uint32_t ProcessId();
 
+/// Starts a process with a command line whose first word is the program. It inherits nothing but the
+/// environment, and its end is nobody's concern. Returns a Win32 code.
+int StartProcess(const Text& commandLine, std::uint32_t& processId);
+
 /// Ends the process at once: no further events, no destructors.
 [[noreturn]] void ExitProcessNow(int code);
 

@@ -16,7 +16,14 @@ enum class RegistryRoot : std::uint32_t {
     Users = 0x80000003,
 };
 
-using RegistryValue = std::variant<Text, std::uint32_t>;  ///< REG_SZ (1) or REG_DWORD (4)
+/// A text in which %NAME% stands for an environment variable; kept and given as it was written.
+struct ExpandableText {
+    Text text;
+    bool operator==(const ExpandableText&) const = default;
+};
+
+/// REG_SZ (1), REG_DWORD (4) or REG_EXPAND_SZ (2).
+using RegistryValue = std::variant<Text, std::uint32_t, ExpandableText>;
 
 /// Keys and value names compare without regard to case; the default value of a key has the empty name.
 /// Failures raise an Error whose number is the Win32 code.

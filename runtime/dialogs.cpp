@@ -54,4 +54,12 @@ int DefaultButton(int style) {
     return set < kButtonSets.size() ? kButtonSets[set][static_cast<std::size_t>(position)] : kOk;
 }
 
+/// The last one: Cancel, No, Ignore, or the only one. In the box after an error, whose Cancel would end the
+/// process with an exit code of its own, it is No.
+int DismissingButton(int style) {
+    const std::size_t set = static_cast<std::size_t>(style) & 0xF;
+    if (set == static_cast<std::size_t>(kButtonsYesNoCancel)) return kNo;
+    return set < kButtonSets.size() ? kButtonSets[set].back() : kOk;
+}
+
 }  // namespace rvl

@@ -64,4 +64,7 @@ void InstallDialogs(Dialogs* dialogs);
 /// The button that a style makes the default.
 int DefaultButton(int style);
 
+/// The button that does least, for a box that goes unanswered because the process ends.
+int DismissingButton(int style);
+
 }  // namespace rvl

@@ -109,7 +109,7 @@ void ErrorReporter::CriticalErrorBox(TextView procedure, const ErrorRecord& reco
 }
 
 void ExitFromErrorDialog() {
-    const Text title = kApplicationTitle;
+    const Text title = State().ApplicationTitle;
     const int button = MsgBox("Are you sure you want to exit " + title + "?" + kEmptyLine +
                                   "Warning: Any unsaved data will be lost",
                               kButtonsYesNo + kIconQuestion + kDefaultSecond, "Exit " + title + " now?");

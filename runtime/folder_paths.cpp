@@ -72,4 +72,12 @@ Text ProgramFilesPath() {
     return DirExists(path) ? WithTrailingBackslash(path) : path;
 }
 
+Text DesktopPath() {
+    return GetSpecialFolder(SpecialFolder::Desktop);
+}
+
+Text StartMenuProgramsPath() {
+    return GetSpecialFolder(SpecialFolder::StartMenuPrograms);
+}
+
 }  // namespace rvl

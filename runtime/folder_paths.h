@@ -11,4 +11,8 @@ Text CommonAppDataPath();
 Text UserLocalSettingsAppDataPath();
 Text ProgramFilesPath();
 
+// The user's own, empty when the system has none.
+Text DesktopPath();
+Text StartMenuProgramsPath();
+
 }  // namespace rvl

@@ -56,6 +56,17 @@ void PruneSubfolders(const Text& folder) {
     }
 }
 
+/// Goes up from a folder for as long as the levels can be removed and lie below the limit.
+template <typename Remove>
+void Climb(const Text& folder, const Text& dontGoAbove, const Remove& remove) {
+    const Text limit = WithTrailingBackslash(dontGoAbove);
+    Text level = WithTrailingBackslash(folder);
+    ErrAssert(EqualsNoCase(TextView(level).substr(0, limit.size()), limit),
+              "strDirectory must be inside strDontGoAboveDir");
+    while (level.size() > limit.size() && remove(level))
+        level = BackOneDir(level);
+}
+
 }  // namespace
 
 bool FileExists(const Text& path) {
@@ -92,18 +103,20 @@ bool CreateLongDirectory(const Text& path, ErrorRecord* problem) {
     }
 }
 
-bool DoesDirectoryContainFilesOrFolders(const Text& folder) {
-    return platform::HasEntries(folder);
+bool DoesDirectoryContainFilesOrFolders(const Text& folder, Subfolders subfolders) {
+    return subfolders == Subfolders::Count ? platform::HasEntries(folder) : platform::HasFilesBelow(folder);
 }
 
 void PruneEmptyDirectories(const Text& folder, const Text& dontGoAbove) {
-    const Text limit = WithTrailingBackslash(dontGoAbove);
-    const bool inside = EqualsNoCase(TextView(WithTrailingBackslash(folder)).substr(0, limit.size()), limit);
-    ErrAssert(inside, "strDirectory must be inside strDontGoAboveDir");
-    PruneSubfolders(folder);
-    Text climbing = WithTrailingBackslash(folder);
-    while (climbing.size() > limit.size() && platform::RemoveDirectoryAt(climbing) == 0)
-        climbing = BackOneDir(climbing);
+    Climb(folder, dontGoAbove, [](const Text& level) {
+        if (platform::HasFilesBelow(level)) return false;
+        PruneSubfolders(level);
+        return platform::RemoveDirectoryAt(level) == 0;
+    });
+}
+
+void RemoveEmptyFolders(const Text& folder, const Text& dontGoAbove) {
+    Climb(folder, dontGoAbove, [](const Text& level) { return platform::RemoveDirectoryAt(level) == 0; });
 }
 
 }  // namespace rvl

@@ -19,11 +19,17 @@ Text ReadFromFile(const Text& path);
 /// never created. On failure the result is false and `problem`, when given, tells number and description.
 bool CreateLongDirectory(const Text& path, ErrorRecord* problem = nullptr);
 
-/// True when the folder has any entry other than "." and "..".
-bool DoesDirectoryContainFilesOrFolders(const Text& folder);
+enum class Subfolders { Count, SearchForFiles };
 
-/// Removes the empty folders below `folder`, then the folder itself and its parents while they are empty and
-/// still below `dontGoAbove`. Raises an error when the folder does not lie inside that one.
+/// True when the folder has any entry other than "." and ".."; when its subfolders are searched for files,
+/// empty ones do not count.
+bool DoesDirectoryContainFilesOrFolders(const Text& folder, Subfolders subfolders = Subfolders::Count);
+
+/// Removes the folder with the empty folders below it, then its parents, while there are no files below them
+/// and they lie below `dontGoAbove`. Raises an error when the folder does not lie inside that one.
 void PruneEmptyDirectories(const Text& folder, const Text& dontGoAbove);
+
+/// The same without a look below: an empty folder inside, which may be somebody's own, keeps its parents.
+void RemoveEmptyFolders(const Text& folder, const Text& dontGoAbove);
 
 }  // namespace rvl

@@ -75,8 +75,12 @@ Text PrintableForm(TextView text) {
 
 }  // namespace
 
+Text LogPathOf(const Text& executable) {
+    return FolderOf(executable) + WithoutExtension(FileNameOf(executable)) + ".log";
+}
+
 Text LogPath() {
-    static const Text path = AppPath() + WithoutExtension(FileNameOf(Self())) + ".log";
+    static const Text path = LogPathOf(Self());
     return path;
 }
 

@@ -17,6 +17,9 @@ void Log(TextView text, bool suppressTag = false) noexcept;
 /// The executable's folder and name with ".log".
 Text LogPath();
 
+/// The log of another executable.
+Text LogPathOf(const Text& executable);
+
 /// True when the log had reached the threshold, trimmed or not; the kept text starts at a whole line.
 bool TrimLogFile(std::int64_t keepBytes = kLogKeepBytes, std::int64_t thresholdBytes = kLogTrimThreshold);
 

@@ -8,15 +8,14 @@
 
 namespace rvl {
 
-inline constexpr const char* kApplicationTitle = "Ravelin Client";
-
 /// What every part of one process may need to know about it; one instance per process.
 struct ProcessState {
     bool DebugMode = false;    ///< the service runs as a visible window, respawns keep the debug marker
     bool ServiceMode = false;  ///< this process is the client service
-    Text LogTag;               ///< word in the log lines: empty at start, then "Service", "Helper" or "UI"
-    Text UpdateTargetPath;     ///< executable being replaced; empty outside update mode
-    Text UpgradeTempPath;      ///< temporary new executable to delete after an update
+    Text ApplicationTitle = "Ravelin Client";  ///< of message boxes and captions; windows may change it
+    Text LogTag;            ///< word in the log lines: empty at start, then "Service", "Helper" or "UI"
+    Text UpdateTargetPath;  ///< executable being replaced; empty outside update mode
+    Text UpgradeTempPath;   ///< temporary new executable to delete after an update
     bool SuppressErrorDialog = false;                 ///< errors are logged but not shown
     std::int32_t MsgBoxDepth = 0;                     ///< message boxes open now
     std::int32_t ErrorDepth = 0;                      ///< error reports in progress

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "runtime/environment_text.h"
 #include "util/handle_error.h"
 #include "util/text_functions.h"
 
@@ -24,17 +25,23 @@ RegistryVariant AsNumber(const RegistryVariant& value) {
 }
 
 RegistryVariant AsType(RegistryType type, const RegistryVariant& value) {
-    return type == RegistryType::String ? AsText(value) : AsNumber(value);
+    return type == RegistryType::Number ? AsNumber(value) : AsText(value);
 }
 
-platform::RegistryValue Stored(const RegistryVariant& value) {
+platform::RegistryValue Stored(RegistryType type, const RegistryVariant& value) {
+    const RegistryVariant form = AsType(type, value);
+    if (const auto* number = std::get_if<std::uint32_t>(&form)) return *number;
+    const auto* text = std::get_if<Text>(&form);
+    if (text == nullptr) RaiseTypeMismatch("cRegistry.Value");
+    if (type == RegistryType::ExpandString) return platform::ExpandableText{*text};
+    return *text;
+}
+
+RegistryVariant VariantOf(const platform::RegistryValue& value, bool expand) {
     if (const auto* number = std::get_if<std::uint32_t>(&value)) return *number;
     if (const auto* text = std::get_if<Text>(&value)) return *text;
-    RaiseTypeMismatch("cRegistry.Value");
-}
-
-RegistryVariant VariantOf(const platform::RegistryValue& value) {
-    return std::visit([](const auto& content) { return RegistryVariant(content); }, value);
+    const Text& text = std::get<platform::ExpandableText>(value).text;
+    return expand ? ExpandEnvironmentText(text) : text;
 }
 
 }  // namespace
@@ -42,7 +49,7 @@ RegistryVariant VariantOf(const platform::RegistryValue& value) {
 RegistryVariant cRegistry::Value() const {
     const auto stored = platform::ReadRegistry(ClassKey, SectionKey, ValueKey);
     if (!stored) return Default;
-    const RegistryVariant value = AsType(ValueType, VariantOf(*stored));
+    const RegistryVariant value = AsType(ValueType, VariantOf(*stored, !NoExpandStrings));
     return std::holds_alternative<std::monostate>(value) ? Default : value;
 }
 
@@ -59,7 +66,7 @@ std::uint32_t cRegistry::NumberValue() const {
 }
 
 void cRegistry::SetValue(const RegistryVariant& value) const {
-    platform::WriteRegistry(ClassKey, SectionKey, ValueKey, Stored(AsType(ValueType, value)));
+    platform::WriteRegistry(ClassKey, SectionKey, ValueKey, Stored(ValueType, value));
 }
 
 bool cRegistry::DeleteValue() const {

@@ -1,5 +1,6 @@
 #include "session/access_installations.h"
 
+#include "platform/access_database.h"
 #include "runtime/folder_paths.h"
 #include "runtime/folders.h"
 #include "runtime/registry_value.h"
@@ -13,6 +14,7 @@ namespace {
 using platform::RegistryRoot;
 
 constexpr const char* kProgram = "MSACCESS.EXE";
+constexpr std::int32_t kHighestVersion = 11;
 
 Text RegistryText(RegistryRoot root, const Text& key, const Text& name = "") {
     cRegistry registry;
@@ -72,6 +74,40 @@ LongVector InstalledAccessVersions() try {
 } catch (...) {
     HandleError("MDBTools.InstalledAccessVersions");
     return {};
+}
+
+Text GetClosestAccessVersion(std::int32_t version) try {
+    for (; version <= kHighestVersion; ++version) {
+        Text path = FindAccessLocation(version);
+        if (!path.empty()) return path;
+    }
+    return "";
+} catch (...) {
+    HandleError("MDBTools.GetClosestAccessVersion");
+    return "";
+}
+
+std::int32_t AccessVersionOfFormat(const Text& format) {
+    constexpr std::pair<TextView, std::int32_t> kVersions[] = {
+        {"02", 2}, {"06", 7}, {"07", 8}, {"08", 9}, {"09", 10}};
+    for (const auto& [beginning, version] : kVersions)
+        if (format.starts_with(beginning)) return version;
+    return 0;
+}
+
+Text GetBestAccessPath(const Text& databasePath, const LongVector& allowed, LongVector installed) try {
+    installed.Sort();
+    for (int index = allowed.Count() - 1; index >= 0; --index) {
+        const std::int32_t version = allowed.Item(index);
+        Text path = installed.Contains(version) ? FindAccessLocation(version) : Text();
+        if (!path.empty()) return path;
+    }
+    if (allowed.Count() > 0 || installed.Count() == 0) return "";
+    const std::int32_t version = AccessVersionOfFormat(platform::DatabaseAccessVersion(databasePath));
+    return version == 0 ? FindAccessLocation(installed.Item(installed.Count() - 1))
+                        : GetClosestAccessVersion(version);
+} catch (...) {
+    HandleErrorAndReRaise("Globals.GetBestAccessPath");
 }
 
 }  // namespace rvl

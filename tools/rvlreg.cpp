@@ -65,9 +65,15 @@ RegistryValue ParseData(const Text& type, const Text& data) {
     return number;
 }
 
+/// Expandable text as it is stored: what its names stand for differs from process to process.
 Text DataText(const RegistryValue& value) {
-    const auto* number = std::get_if<std::uint32_t>(&value);
-    return number != nullptr ? std::to_string(*number) : std::get<Text>(value);
+    if (const auto* number = std::get_if<std::uint32_t>(&value)) return std::to_string(*number);
+    if (const auto* expandable = std::get_if<ExpandableText>(&value)) return expandable->text;
+    return std::get<Text>(value);
+}
+
+Text ListedText(const RegistryValue& value) {
+    return DataText(value) + (std::holds_alternative<ExpandableText>(value) ? " (expandable)" : "");
 }
 
 void PrintLine(const Text& line) {
@@ -119,7 +125,7 @@ int List(const Arguments& arguments) {
         PrintLine(key.spelling + "\\" + subkey + "\\");
     for (const Text& name : RegistryValueNames(key.root, key.path))
         if (const auto value = ReadRegistry(key.root, key.path, name))
-            PrintLine((name.empty() ? "(default)" : name) + " = " + DataText(*value));
+            PrintLine((name.empty() ? "(default)" : name) + " = " + ListedText(*value));
     return kDone;
 }
 

@@ -1,9 +1,11 @@
 #include "ui/error_dialog.h"
 
+#include <wx/artprov.h>
 #include <wx/button.h>
 #include <wx/dialog.h>
 #include <wx/hyperlink.h>
 #include <wx/sizer.h>
+#include <wx/statbmp.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 #include <wx/utils.h>
@@ -11,25 +13,27 @@
 #include <algorithm>
 
 #include "runtime/error_reporter.h"
+#include "ui/accessibility.h"
+#include "ui/pictures.h"
 #include "ui/wx_text.h"
 
 namespace rvl {
 namespace {
 
-constexpr int kFieldWidth = 420;
+constexpr int kFieldWidth = 56;  // characters
 constexpr int kMostLines = 12;
 
 class ErrorDialogWindow : public wxDialog {
  public:
     explicit ErrorDialogWindow(const ErrorDialogTexts& texts)
-        : wxDialog(nullptr, wxID_ANY, "An unexpected error has occured in Ravelin") {
+        : wxDialog(nullptr, wxID_ANY, "An unexpected error has occured in Ravelin", wxDefaultPosition,
+                   wxDefaultSize, wxDEFAULT_DIALOG_STYLE, "frmError") {
         auto* all = new wxBoxSizer(wxVERTICAL);  // wx owns sizers and controls
         const auto margins = wxSizerFlags().Border(wxALL, FromDIP(10));
-        all->Add(new wxStaticText(this, wxID_ANY,
-                                  "Sorry for the inconvenience, please report below for quick help!"),
-                 margins);
+        all->Add(MakeHead(), margins);
         all->Add(MakeFields(texts), wxSizerFlags(margins).Expand());
         all->Add(MakeButtons(), wxSizerFlags(margins).Right());
+        SetIcons(ApplicationIcons());
         SetSizerAndFit(all);
         CentreOnScreen();
         SetEscapeId(wxID_CLOSE);
@@ -37,6 +41,20 @@ class ErrorDialogWindow : public wxDialog {
     }
 
  private:
+    wxSizer* MakeHead() {
+        auto* head = new wxBoxSizer(wxHORIZONTAL);
+        const wxBitmap picture = wxArtProvider::GetBitmap(wxART_ERROR, wxART_MESSAGE_BOX);
+        head->Add(new wxStaticBitmap(this, wxID_ANY, picture), wxSizerFlags().Border(wxRIGHT, FromDIP(10)));
+        head->Add(new wxStaticText(this, wxID_ANY,
+                                   "Sorry for the inconvenience, please report below for quick help!"),
+                  wxSizerFlags().Centre());
+        return head;
+    }
+
+    int FieldWidth() const {
+        return std::min(GetCharWidth() * kFieldWidth, wxGetDisplaySize().GetWidth() / 2);
+    }
+
     wxSizer* MakeFields(const ErrorDialogTexts& texts) {
         auto* fields = new wxFlexGridSizer(2, FromDIP(wxSize(8, 6)));
         fields->AddGrowableCol(1);
@@ -64,8 +82,9 @@ class ErrorDialogWindow : public wxDialog {
         auto* field = new wxTextCtrl(this, wxID_ANY, shown, wxDefaultPosition, wxDefaultSize,
                                      wxTE_READONLY | (lines > 1 ? wxTE_MULTILINE | wxTE_WORDWRAP : 0));
         const wxSize oneLine = field->GetBestSize();
-        field->SetMinSize(wxSize(FromDIP(kFieldWidth),
-                                 lines > 1 ? lines * GetCharHeight() + FromDIP(16) : oneLine.GetHeight()));
+        field->SetMinSize(
+            wxSize(FieldWidth(), lines > 1 ? lines * GetCharHeight() + FromDIP(16) : oneLine.GetHeight()));
+        NameForScreenReaders(*field, label);
         fields->Add(field, wxSizerFlags().Expand());
     }
 
@@ -74,7 +93,7 @@ class ErrorDialogWindow : public wxDialog {
         for (std::size_t start = 0; start <= text.length();) {
             const std::size_t end = std::min(text.find('\n', start), text.length());
             lines +=
-                1 + GetTextExtent(text.substr(start, end - start)).GetWidth() / FromDIP(kFieldWidth - 20);
+                1 + GetTextExtent(text.substr(start, end - start)).GetWidth() / (FieldWidth() - FromDIP(20));
             start = end + 1;
         }
         return lines;
@@ -93,7 +112,8 @@ class ErrorDialogWindow : public wxDialog {
     }
 
     void OnActivate(wxActivateEvent& event) {
-        wxSetCursor(wxCursor(wxCURSOR_ARROW));  // whatever was being waited for is over
+        while (wxIsBusy())
+            wxEndBusyCursor();  // whatever was being waited for is over
         event.Skip();
     }
 };

@@ -3,6 +3,8 @@
 #include <wx/richmsgdlg.h>
 
 #include "runtime/dialogs.h"
+#include "ui/on_top.h"
+#include "ui/own_message_dialog.h"
 #include "ui/wx_text.h"
 
 namespace rvl {
@@ -22,11 +24,10 @@ long IconStyle(int style) {
         case kIconInformation:
             return wxICON_INFORMATION;
         default:
-            return wxICON_NONE;
+            return 0;
     }
 }
 
-/// The toolkit knows OK, Cancel, Yes, No: the other sets are shown by relabelling those.
 long ButtonStyle(int style) {
     const bool second = (style & kDefaultSecond) != 0;
     const bool third = (style & kDefaultThird) != 0;
@@ -34,7 +35,6 @@ long ButtonStyle(int style) {
         case kButtonsOkCancel:
         case kButtonsRetryCancel:
             return wxOK | wxCANCEL | (second ? wxCANCEL_DEFAULT : 0);
-        case kButtonsAbortRetryIgnore:
         case kButtonsYesNoCancel:
             return wxYES_NO | wxCANCEL | (second ? wxNO_DEFAULT : 0) | (third ? wxCANCEL_DEFAULT : 0);
         case kButtonsYesNo:
@@ -46,31 +46,38 @@ long ButtonStyle(int style) {
 
 void Relabel(wxRichMessageDialog& dialog, int style) {
     if ((style & kButtonMask) == kButtonsRetryCancel) dialog.SetOKCancelLabels("&Retry", "Cancel");
-    if ((style & kButtonMask) == kButtonsAbortRetryIgnore)
-        dialog.SetYesNoCancelLabels("&Abort", "&Retry", "&Ignore");
 }
 
 int ButtonOf(int answer, int style) {
-    const int buttons = style & kButtonMask;
-    const bool abortRetryIgnore = buttons == kButtonsAbortRetryIgnore;
     switch (answer) {
         case wxID_YES:
-            return abortRetryIgnore ? kAbort : kYes;
+            return kYes;
         case wxID_NO:
-            return abortRetryIgnore ? kRetry : kNo;
+            return kNo;
         case wxID_CANCEL:
-            return abortRetryIgnore ? kIgnore : kCancel;
+            return kCancel;
+        case wxID_NONE:
+            return DismissingButton(style);
         default:
-            return buttons == kButtonsRetryCancel ? kRetry : kOk;
+            return (style & kButtonMask) == kButtonsRetryCancel ? kRetry : kOk;
     }
+}
+
+/// The toolkit's box always has an icon, does not break lines, and takes Esc for one of three buttons of
+/// which none means that.
+bool NeedsOwnDialog(const Text& prompt, int style) {
+    return IsLongMessage(prompt) || (style & kIconMask) == 0 ||
+           (style & kButtonMask) == kButtonsAbortRetryIgnore;
 }
 
 }  // namespace
 
 int ShowMessageDialog(const Text& prompt, int style, const Text& title) {
+    if (NeedsOwnDialog(prompt, style)) return ShowOwnMessageDialog(prompt, style, title);
     // The rich dialog is native where the system has one and shows the icon on every other.
-    wxRichMessageDialog dialog(nullptr, ToWx(prompt), ToWx(title),
-                               ButtonStyle(style) | IconStyle(style) | wxCENTRE);
+    wxRichMessageDialog dialog(nullptr, ToWxLines(prompt), ToWx(title),
+                               ButtonStyle(style) | IconStyle(style) | wxCENTRE | wxDIALOG_NO_PARENT);
+    MakeIndependent(dialog);
     Relabel(dialog, style);
     return ButtonOf(dialog.ShowModal(), style);
 }

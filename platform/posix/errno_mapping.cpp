@@ -1,5 +1,7 @@
 #include "platform/posix/errno_mapping.h"
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstddef>
 
@@ -51,6 +53,18 @@ int SocketErrorFromErrno(int errnoValue) {
 int Win32ErrorFromErrno(int errnoValue) {
     constexpr int kGeneralFailure = 31;
     return errnoValue == 0 ? 0 : Find(kFileErrors, errnoValue, kGeneralFailure);
+}
+
+int Win32LastError() {
+    return Win32ErrorFromErrno(errno);
+}
+
+int Win32OpenError(const std::string& host) {
+    constexpr int kFileNotFound = 2, kPathNotFound = 3;
+    if (errno != ENOENT) return Win32LastError();
+    const std::size_t slash = host.rfind('/');
+    const bool folderExists = slash == 0 || access(host.substr(0, slash).c_str(), F_OK) == 0;
+    return folderExists ? kFileNotFound : kPathNotFound;
 }
 
 }  // namespace rvl::platform

@@ -19,6 +19,8 @@ GMainLoop*& RunningLoop() {
     return loop;
 }
 
+bool g_ending = false;  ///< the process is being ended inside a source that cannot be entered again
+
 gboolean RunPosted(gpointer data) {
     DispatchEvent(*static_cast<std::function<void()>*>(data));
     return G_SOURCE_REMOVE;
@@ -38,6 +40,10 @@ void DispatchEvent(const std::function<void()>& handler) noexcept {
     }
 }
 
+void EndNestedLoops() {
+    g_ending = true;
+}
+
 void SetEventErrorHandler(std::function<void()> handler) {
     ErrorHandler() = std::move(handler);
 }
@@ -55,10 +61,12 @@ void QuitEventLoop() {
 }
 
 void ProcessPendingEvents() {
+    if (g_ending) return;
     g_main_context_iteration(nullptr, FALSE);
 }
 
 void WaitForEvents(std::uint32_t milliseconds) {
+    if (g_ending) return;
     WakeUp deadline([] {});
     deadline.After(milliseconds);
     g_main_context_iteration(nullptr, TRUE);

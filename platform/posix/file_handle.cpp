@@ -13,10 +13,6 @@
 namespace rvl::platform {
 namespace {
 
-int Win32LastError() {
-    return Win32ErrorFromErrno(errno);
-}
-
 int AccessFlags(FileAccess access) {
     switch (access) {
         case FileAccess::Read:
@@ -45,15 +41,6 @@ int DispositionFlags(FileDisposition disposition) {
     return 0;
 }
 
-/// Opening a file below a missing folder fails as "path not found", as it does on Windows.
-int OpenError(const std::string& host) {
-    if (errno != ENOENT) return Win32LastError();
-    const std::size_t slash = host.rfind('/');
-    struct stat status {};
-    const bool folderExists = slash == 0 || stat(host.substr(0, slash).c_str(), &status) == 0;
-    return folderExists ? 2 : 3;
-}
-
 bool IsRegularFile(int descriptor) {
     struct stat status {};
     return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
@@ -80,7 +67,7 @@ int FileHandle::Open(const Text& path, FileAccess access, FileShare, FileDisposi
     // O_NONBLOCK: a pipe or a device in the way must not hang the service.
     const int flags = AccessFlags(access) | DispositionFlags(disposition) | O_CLOEXEC | O_NONBLOCK;
     const int descriptor = ::open(host.c_str(), flags, 0666);
-    if (descriptor < 0) return OpenError(host);
+    if (descriptor < 0) return Win32OpenError(host);
     if (!IsRegularFile(descriptor)) {
         ::close(descriptor);
         return kAccessDenied;

@@ -99,6 +99,20 @@ bool HasEntries(const Text& folder) {
            std::filesystem::directory_iterator(host, unreadable) != std::filesystem::directory_iterator();
 }
 
+/// A subfolder that cannot be read may hold files: it counts as if it did. A folder that cannot even be
+/// looked into is none.
+bool HasFilesBelow(const Text& folder) {
+    const std::string host = HostPath(folder);
+    std::error_code problem;
+    std::filesystem::recursive_directory_iterator entry(host, problem), end;
+    if (problem) return false;
+    for (; entry != end; entry.increment(problem)) {
+        const auto type = entry->symlink_status(problem).type();
+        if (problem || type != std::filesystem::file_type::directory) return true;
+    }
+    return static_cast<bool>(problem);
+}
+
 std::vector<DirectoryEntry> FindEntries(const Text& pattern) {
     const std::size_t separator = pattern.find_last_of("\\/:");
     const std::size_t begin = separator == Text::npos ? 0 : separator + 1;

@@ -23,13 +23,19 @@ Text EnvironmentText(const char* name, const char* fallback) {
     }
 }
 
-std::string LoginName() {
+std::string LookUpLoginName() {
     std::array<char, 4096> buffer{};
     passwd entry{};
     passwd* found = nullptr;
     const bool known =
         getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr;
     return known ? entry.pw_name : std::to_string(geteuid());
+}
+
+/// It does not change while the process runs, and looking it up reads files.
+const std::string& LoginName() {
+    static const std::string name = LookUpLoginName();
+    return name;
 }
 
 /// The number at `position` of a kernel release such as "6.1.0-18-amd64".
@@ -51,6 +57,18 @@ Text UserName() {
 
 Text LanGroup() {
     return EnvironmentText("RVL_DOMAIN", "WORKGROUP");
+}
+
+/// The first part of the account's comment, where hosts keep the name of the person.
+Text AccountFullName() {
+    const passwd* account = getpwnam(Utf8FromText(UserName()).c_str());
+    if (account == nullptr || account->pw_gecos == nullptr) return "";
+    try {
+        const std::string comment = account->pw_gecos;
+        return TextFromUtf8(comment.substr(0, comment.find(',')));
+    } catch (...) {
+        return "";
+    }
 }
 
 Text FullUserNameSam() {

@@ -1,5 +1,7 @@
 #include "platform/registry.h"
 
+#include <unistd.h>
+
 #include "platform/error.h"
 #include "platform/identity.h"
 #include "platform/latin1_case.h"
@@ -13,11 +15,14 @@ namespace {
 using Intent = SqliteTransaction::Intent;
 
 constexpr std::chrono::seconds kPatience{5};
+constexpr const char* kStoreName = "/registry.db";
 
 constexpr std::int64_t kLocalMachineKey = 1;
 constexpr std::int64_t kUsersKey = 2;
 
-/// Names keep the spelling they were first written with and are found by their lower-case form.
+/// Names keep the spelling they were first written with and are found by their lower-case form. The storage
+/// class of the data is its type: TEXT, INTEGER, and BLOB (of UTF-8) for expandable text. An older store thus
+/// is like any other, and an older program beside this one reads expandable texts as plain ones.
 constexpr const char* kSchema =
     "CREATE TABLE RegistryKeys("
     " KeyID INTEGER PRIMARY KEY,"
@@ -48,16 +53,32 @@ void CreateSchema(SqliteConnection& store) {
 }
 
 /// The rollback journal stays: writes are rare here, and each is on the disk when it returns.
-SqliteConnection OpenStore() {
-    SqliteConnection store(WorkstationRoot() + "/registry.db", SqliteConnection::Missing::Create, kPatience);
+SqliteConnection OpenStore(const std::string& folder) {
+    SqliteConnection store(folder + kStoreName, SqliteConnection::Missing::Create, kPatience);
     store.Execute("PRAGMA foreign_keys = ON");
     if (!HasSchema(store)) CreateSchema(store);
     return store;
 }
 
-SqliteConnection& Store() {
-    static SqliteConnection store = OpenStore();
+/// A user who may not write to the workstation's registry has his own key in his own root, as hosts with
+/// several users need it.
+bool HasOwnStore() {
+    const std::string& root = WorkstationRoot();
+    const std::string shared = root + kStoreName;
+    const bool exists = access(shared.c_str(), F_OK) == 0;
+    return access(exists ? shared.c_str() : root.c_str(), W_OK) != 0;
+}
+
+SqliteConnection& SharedStore() {
+    static SqliteConnection store = OpenStore(WorkstationRoot());
     return store;
+}
+
+SqliteConnection& StoreOf(RegistryRoot root) {
+    static const bool hasOwn = HasOwnStore();
+    if (root != RegistryRoot::CurrentUser || !hasOwn) return SharedStore();
+    static SqliteConnection own = OpenStore(UsersOwnRoot());
+    return own;
 }
 
 [[noreturn]] void Raise(int code) {
@@ -85,8 +106,8 @@ int Win32Code(SqliteFailure failure) {
 
 /// Runs one operation in a transaction of its own and turns its failures into Win32 codes.
 template <class Operation>
-auto InTransaction(Intent intent, Operation operation) try {
-    SqliteConnection& store = Store();
+auto InTransaction(RegistryRoot root, Intent intent, Operation operation) try {
+    SqliteConnection& store = StoreOf(root);
     SqliteTransaction transaction(store, intent);
     auto result = operation(store);
     transaction.Commit();
@@ -162,19 +183,27 @@ std::int64_t MakeKey(SqliteConnection& store, const KeyPath& path) {
     return key;
 }
 
+const ExpandableText* AsExpandable(const RegistryValue& value) {
+    return std::get_if<ExpandableText>(&value);
+}
+
 SqliteValue StoredForm(const RegistryValue& value) {
     if (const auto* number = std::get_if<std::uint32_t>(&value)) return std::int64_t{*number};
+    if (const ExpandableText* expandable = AsExpandable(value)) return expandable->text;
     return std::get<Text>(value);
 }
 
-RegistryValue ValueOf(const SqliteValue& stored) {
+/// A row of the data and whether it is a BLOB.
+RegistryValue ValueOf(const SqliteStatement& row) {
+    const SqliteValue stored = row.Column(0);
     if (const auto* number = std::get_if<std::int64_t>(&stored)) return static_cast<std::uint32_t>(*number);
+    if (row.Column(1) == SqliteValue(std::int64_t{1})) return ExpandableText{std::get<Text>(stored)};
     return std::get<Text>(stored);
 }
 
 /// The names that a query finds for a key.
 std::vector<Text> NamesBelow(const char* query, RegistryRoot root, const Text& key) {
-    return InTransaction(Intent::Read, [&](SqliteConnection& store) {
+    return InTransaction(root, Intent::Read, [&](SqliteConnection& store) {
         std::vector<Text> names;
         const std::optional<std::int64_t> found = FindKey(store, PathOf(root, key));
         if (!found) return names;
@@ -188,29 +217,32 @@ std::vector<Text> NamesBelow(const char* query, RegistryRoot root, const Text& k
 }  // namespace
 
 std::optional<RegistryValue> ReadRegistry(RegistryRoot root, const Text& key, const Text& name) {
-    return InTransaction(Intent::Read, [&](SqliteConnection& store) -> std::optional<RegistryValue> {
+    return InTransaction(root, Intent::Read, [&](SqliteConnection& store) -> std::optional<RegistryValue> {
         const std::optional<std::int64_t> found = FindKey(store, PathOf(root, key));
         if (!found) return std::nullopt;
         SqliteStatement query = store.Prepare(
-            "SELECT Data FROM RegistryValues WHERE KeyID = ? AND Folded = ?", {*found, LowerLatin1(name)});
+            "SELECT Data, typeof(Data) = 'blob' FROM RegistryValues WHERE KeyID = ? AND Folded = ?",
+            {*found, LowerLatin1(name)});
         if (!query.Step()) return std::nullopt;
-        return ValueOf(query.Column(0));
+        return ValueOf(query);
     });
 }
 
 void WriteRegistry(RegistryRoot root, const Text& key, const Text& name, const RegistryValue& value) {
-    InTransaction(Intent::Write, [&](SqliteConnection& store) {
+    InTransaction(root, Intent::Write, [&](SqliteConnection& store) {
         const std::int64_t found = MakeKey(store, PathOf(root, key));
         store.Execute(
-            "INSERT INTO RegistryValues(KeyID, Name, Folded, Data) VALUES(?, ?, ?, ?)"
+            "INSERT INTO RegistryValues(KeyID, Name, Folded, Data)"
+            " VALUES(?1, ?2, ?3, CASE ?5 WHEN 1 THEN CAST(?4 AS BLOB) ELSE ?4 END)"
             " ON CONFLICT DO UPDATE SET Data = excluded.Data",
-            {found, name, LowerLatin1(name), StoredForm(value)});
+            {found, name, LowerLatin1(name), StoredForm(value),
+             std::int64_t{AsExpandable(value) != nullptr}});
         return true;
     });
 }
 
 bool DeleteRegistryValue(RegistryRoot root, const Text& key, const Text& name) {
-    return InTransaction(Intent::Write, [&](SqliteConnection& store) {
+    return InTransaction(root, Intent::Write, [&](SqliteConnection& store) {
         const std::optional<std::int64_t> found = FindKey(store, PathOf(root, key));
         if (!found) return false;
         store.Execute("DELETE FROM RegistryValues WHERE KeyID = ? AND Folded = ?",
@@ -221,17 +253,19 @@ bool DeleteRegistryValue(RegistryRoot root, const Text& key, const Text& name) {
 
 bool RegistryKeyExists(RegistryRoot root, const Text& key) {
     if (IsRoot(key)) return true;
-    return InTransaction(
-        Intent::Read, [&](SqliteConnection& store) { return FindKey(store, PathOf(root, key)).has_value(); });
+    return InTransaction(root, Intent::Read, [&](SqliteConnection& store) {
+        return FindKey(store, PathOf(root, key)).has_value();
+    });
 }
 
 void CreateRegistryKey(RegistryRoot root, const Text& key) {
-    InTransaction(Intent::Write, [&](SqliteConnection& store) { return MakeKey(store, PathOf(root, key)); });
+    InTransaction(root, Intent::Write,
+                  [&](SqliteConnection& store) { return MakeKey(store, PathOf(root, key)); });
 }
 
 bool DeleteRegistryKey(RegistryRoot root, const Text& key) {
     if (IsRoot(key)) Raise(5);
-    return InTransaction(Intent::Write, [&](SqliteConnection& store) {
+    return InTransaction(root, Intent::Write, [&](SqliteConnection& store) {
         const std::optional<std::int64_t> found = FindKey(store, PathOf(root, key));
         if (found) store.Execute("DELETE FROM RegistryKeys WHERE KeyID = ?", {*found});
         return found.has_value();

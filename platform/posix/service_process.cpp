@@ -1,45 +1,36 @@
 #include "platform/service_process.h"
 
-#include <fcntl.h>
 #include <glib-unix.h>
 #include <malloc.h>
-#include <sys/file.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
 #include <utility>
 
 #include "platform/event_loop.h"
 #include "platform/posix/event_dispatch.h"
-#include "platform/posix/workstation_root.h"
-#include "platform/registry.h"
+#include "platform/posix/service_lock.h"
+#include "platform/posix/service_table.h"
 
 namespace rvl::platform {
 namespace {
 
 constexpr int kStopControl = 1;
 
-int g_claim = -1;
+Text g_name;
 ServiceEvents g_events;
-
-/// The lock of the one service of this workstation root; it ends with the process, however that ends.
-ServiceStart Claim() {
-    const std::string path = WorkstationRoot() + "/service.lock";
-    g_claim = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (g_claim < 0) return ServiceStart::Failed;
-    if (::flock(g_claim, LOCK_EX | LOCK_NB) == 0) return ServiceStart::Started;
-    const bool taken = errno == EWOULDBLOCK;
-    EndServiceProcess();
-    return taken ? ServiceStart::AlreadyRunning : ServiceStart::Failed;
-}
 
 gboolean OnStopSignal(gpointer) {
     DispatchEvent([] {
         g_events.control(kStopControl);
         g_events.stop();
     });
+    return G_SOURCE_CONTINUE;
+}
+
+/// Closing the terminal it was started from does not end a service.
+gboolean OnTerminalClosed(gpointer) {
+    DispatchEvent([] { g_events.closeWindow(); });
     return G_SOURCE_CONTINUE;
 }
 
@@ -61,28 +52,34 @@ void KeepFreedMemory() {
 
 }  // namespace
 
-ServiceStart StartServiceProcess(ServiceEvents events) {
-    const ServiceStart claimed = Claim();
+ServiceStart StartServiceProcess(const Text& serviceName, ServiceEvents events) {
+    const ServiceStart claimed = ClaimServiceLock();
     if (claimed != ServiceStart::Started) return claimed;
     RaiseDescriptorLimit();
     KeepFreedMemory();
+    g_name = serviceName;
     g_events = std::move(events);
     g_unix_signal_add(SIGTERM, OnStopSignal, nullptr);
     g_unix_signal_add(SIGINT, OnStopSignal, nullptr);
-    std::signal(SIGHUP, SIG_IGN);  // closing the terminal it was started from does not end a service
-    PostEvent([] { g_events.start(); });
+    g_unix_signal_add(SIGHUP, OnTerminalClosed, nullptr);
+    PostEvent([] {
+        g_events.start();
+        AdvanceServiceLock(ServiceState::Running);
+    });
     return ServiceStart::Started;
 }
 
-void EndServiceProcess() {
-    if (g_claim >= 0) ::close(std::exchange(g_claim, -1));
+void ReportServiceStopping() {
+    AdvanceServiceLock(ServiceState::StopPending);
 }
 
-Text RegisteredServiceCommandLine(const Text& serviceName) {
-    const auto value = ReadRegistry(RegistryRoot::LocalMachine,
-                                    "SYSTEM\\CurrentControlSet\\Services\\" + serviceName, "ImagePath");
-    const Text* text = value ? std::get_if<Text>(&*value) : nullptr;
-    return text != nullptr ? *text : Text();
+/// An entry that is marked for deletion goes with the service, or else with the manager's next operation.
+void EndServiceProcess() {
+    ReleaseServiceLock();
+    try {
+        ReadServiceEntry(g_name);
+    } catch (...) {  // the next operation will meet the same and tell
+    }
 }
 
 }  // namespace rvl::platform

@@ -13,16 +13,20 @@ std::string Environment(const char* name) {
     return value != nullptr ? value : "";
 }
 
-std::string ChooseRoot() {
-    if (std::string root = Environment("RVL_ROOT"); !root.empty()) return root;
+std::string DefaultRoot() {
     if (geteuid() == 0) return "/var/lib/rvlclient";
     if (const std::string data = Environment("XDG_DATA_HOME"); !data.empty()) return data + "/rvlclient";
     return Environment("HOME") + "/.local/share/rvlclient";
 }
 
-std::string CreateRoot() {
+std::string ChosenRoot() {
+    const std::string root = Environment("RVL_ROOT");
+    return root.empty() ? DefaultRoot() : root;
+}
+
+std::string CreateRoot(const std::string& chosen) {
     std::error_code ignored;
-    std::filesystem::path root = std::filesystem::absolute(ChooseRoot(), ignored).lexically_normal();
+    std::filesystem::path root = std::filesystem::absolute(chosen, ignored).lexically_normal();
     std::filesystem::create_directories(root / "drive_c", ignored);
     std::string text = root.string();
     while (text.size() > 1 && text.back() == '/')
@@ -33,7 +37,12 @@ std::string CreateRoot() {
 }  // namespace
 
 const std::string& WorkstationRoot() {
-    static const std::string root = CreateRoot();
+    static const std::string root = CreateRoot(ChosenRoot());
+    return root;
+}
+
+const std::string& UsersOwnRoot() {
+    static const std::string root = CreateRoot(DefaultRoot());
     return root;
 }
 

@@ -9,4 +9,7 @@ namespace rvl::platform {
 /// Created on first use; a folder that cannot be created shows as failures of what is done in it.
 const std::string& WorkstationRoot();
 
+/// The default one of this user, whatever RVL_ROOT says.
+const std::string& UsersOwnRoot();
+
 }  // namespace rvl::platform

@@ -4,7 +4,9 @@
 
 #include "platform/error.h"
 #include "runtime/error_reporter.h"
-#include "tests/support/workstation.h"
+#include "runtime/folder_paths.h"
+#include "runtime/system_information.h"
+#include "tests/support/host_access.h"
 
 namespace rvl {
 namespace {
@@ -14,7 +16,9 @@ const Text kNul(1, '\0');
 class CommandsTest : public testing::Test,
                      protected ServerReplies,
                      protected LinkCommands,
-                     protected LocalSessions {
+                     protected LocalSessions,
+                     protected DeploymentAudience,
+                     protected UpdateCommands {
  protected:
     CommandsTest() { InstallErrorSink(&reporter); }
     ~CommandsTest() override {
@@ -37,12 +41,23 @@ class CommandsTest : public testing::Test,
         link += std::to_string(params.size()) + "|";
     }
     void OnFindServerAgain() override { link += "AGAIN|"; }
-    std::int16_t MaxClientID() const override { return 5; }
-    bool HasSession(std::int16_t clientId) const override { return clientId == 3; }
-    void SendToClient(std::int16_t clientId, const Text& context, const Text& command,
-                      const Text& params) override {
+    // Client 3 is a switchboard, client 4 a helper.
+    bool HasSession(std::int32_t clientId) const override { return clientId == 3 || clientId == 4; }
+    bool IsHelper(std::int32_t clientId) const override { return clientId == 4; }
+    bool IsSwitchboard(std::int32_t clientId) const override { return clientId == 3; }
+    void SendToClientEx(std::int16_t clientId, const Text& context, const Text& command,
+                        const Text& params) override {
         sent += "to " + std::to_string(clientId) + ":" + context + ":" + command + ":" + params + "|";
     }
+    void SendToAllClientsEx(const Text& context, const Text& command, const Text& params) override {
+        sent += "to all:" + context + ":" + command + ":" + params + "|";
+    }
+    Text StartFrontend(std::int32_t, std::int32_t frontendId) override {
+        return frontendId == 7 ? "" : "No " + std::to_string(frontendId);
+    }
+    void VersionDeployed(std::int32_t) override {}
+    void VersionRemoved(std::int32_t) override {}
+    void OnUpdatedBinary(const Text& path) override { link += "update to " + path + "|"; }
 
     /// What is sent in answer.
     Text Answer(const Text& command, const Text& params, const Text& context = "c") {
@@ -50,18 +65,29 @@ class CommandsTest : public testing::Test,
         return std::exchange(sent, {});
     }
 
+    /// The generic answer: success when there is no error.
+    static Text Expected(const Text& command, const std::vector<Text>& params, const Text& error) {
+        const Text reply = error.empty() ? "c:GENERAL_SUCCESS:" : "c:GENERAL_ERROR:" + error + ":";
+        return reply + command + ":" + JoinParameters(params) + "|";
+    }
+
     ErrorReporter reporter;
     Text sent, link;
     std::function<void()> failure;
     FileTransfers transfers{[this](auto&... reply) { SendToServer(reply...); }};
-    ServerCommands commands{{*this, *this, transfers, *this}};
+    LocalDatabase database{{Self(), CommonAppDataPath()}};
+    FrontendRegistration registration{database, *this};
+    FrontendRemoval removal{database, *this};
+    FrontendDeployment deployment{database, *this, removal, *this};
+    FrontendCommands frontends{registration, deployment, removal};
+    ServerCommands commands{{*this, *this, transfers, *this, frontends, *this}};
 };
 
 TEST_F(CommandsTest, Routing) {
     const std::pair<Text, Text> rows[] = {{"3#77", "to 3:77:MKDIR:C:\\m|"},
                                           {"3#a#b", "to 3:a#b:MKDIR:C:\\m|"},
                                           {"9#77", ""},      // beyond the last id
-                                          {"4#77", ""},      // nobody there
+                                          {"5#77", ""},      // nobody there
                                           {"65539#77", ""},  // 3 in its lower half
                                           {"#77", "77:GENERAL_SUCCESS:MKDIR:C:\\m|"},
                                           {"x#7", "7:GENERAL_SUCCESS:MKDIR:C:\\m|"},
@@ -93,6 +119,94 @@ TEST_F(CommandsTest, Answers) {
     for (const auto& [command, params, answer] : rows)
         EXPECT_EQ(Answer(command, params), answer) << command;
     EXPECT_EQ(link, "");
+}
+
+TEST_F(CommandsTest, AccessRights) {
+    const Text missing = ":The system cannot find the file specified.", invalid = ":Invalid parameters";
+    const Text unknown = ":Invalid parameter, unrecognised internal name: RVL-INTERNAL\\users";
+    const Text noAccount = ":No mapping between account names and security IDs was done.";
+    const std::tuple<Text, std::vector<Text>, Text> rows[] = {
+        {"ACL_REMOVE_ALL", {"C:\\f"}, "87" + invalid},
+        {"ACL_REMOVE_ALL", {"C:\\f", ""}, "87" + invalid},
+        {"ACL_REMOVE_ALL", {"C:\\f", "-1"}, "87" + invalid},
+        {"ACL_REMOVE_ALL", {"", "1"}, "87" + invalid},
+        {"ACL_REMOVE_ALL", {"C:\\f", "0"}, ""},
+        {"ACL_REMOVE_ALL", {"C:\\f", "5", "more"}, ""},
+        {"ACL_REMOVE_ALL", {"C:\\none", "5"}, "2" + missing},
+        {"ACL_ADD", {"C:\\f", "root"}, "87" + invalid},
+        {"ACL_ADD", {"C:\\f", "root", "0"}, "87" + invalid},
+        {"ACL_ADD", {"C:\\f", "root", "x"}, "87" + invalid},
+        {"ACL_ADD", {"C:\\f", "", "1"}, "87" + invalid},
+        {"ACL_ADD", {"C:\\f", "RVL-INTERNAL\\users", "1"}, "87" + unknown},
+        {"ACL_ADD", {"C:\\f", "RVL-Internal\\Users", "1"}, ""},  // the host's group
+        {"ACL_ADD", {"C:\\f", "rvl\\nobody at all", "1"}, "1332" + noAccount},
+        {"ACL_ADD", {"C:\\f", "RVL-INTERNAL\\everyOne", "1179785"}, ""},
+        {"ACL_OWNER", {"C:\\f"}, "87" + invalid},
+        {"ACL_OWNER", {"", "root"}, "87" + invalid},
+        {"ACL_OWNER", {"C:\\f", "RVL-INTERNAL\\users"}, "87" + unknown},
+        {"ACL_OWNER", {"C:\\none", "RVL-INTERNAL\\ADMINISTRATORS"}, "2" + missing},
+        {"ACL_OWNER",
+         {"C:\\none", "RVL-INTERNAL\\everyone"},
+         "1307:This security ID may not be assigned as the owner of this object."},
+        {"ACL_OWNER", {"C:\\none", "RVL-INTERNAL\\system"}, "2" + missing}};
+    test::WriteHostFile(test::DriveC() + "/f", "x");
+    for (const auto& [command, params, error] : rows)
+        EXPECT_EQ(Answer(command, JoinParameters(params)), Expected(command, params, error));
+    const std::string access = "user::rw- group::r-- group:users:r-- mask::r-- other::r-- ";
+    EXPECT_TRUE(test::AccessOf(test::DriveC() + "/f").starts_with(access));
+    for (const char* line : {"Administrators group is Administrators", "Everyone group is Everyone",
+                             "Local System users is SYSTEM"})
+        EXPECT_TRUE(test::Logged(line)) << line;
+}
+
+TEST_F(CommandsTest, LocalSessions) {
+    const Text unavailable =
+        "The application is temporarily unavailable.\r\n\r\nPlease try again in a few moments.";
+    const Text box = "to 3::MSGBOX:", done = "to 3::START_FRONTEND_DONE:|";
+    const std::tuple<Text, std::vector<Text>, Text> rows[] = {
+        {"START_FRONTEND",
+         {"3", "7", "Orders", "3"},  // no helper
+         "to 3::START_HELPER:|" + box + JoinParameters({unavailable, "Orders", "16"}) + "|" + done},
+        {"START_FRONTEND", {"65540", "7", "Orders", "-1"}, ""},
+        {"START_FRONTEND", {"4", "7", "Orders", "3"}, done},
+        {"START_FRONTEND",
+         {"4", "8", "Orders", "3"},
+         box + JoinParameters({"The application is currently unavailable.\r\n\r\nNo 8", "Orders", "16"}) +
+             "|" + done},
+        {"START_FRONTEND", {"4", "8", "Orders", "4"}, ""},  // the switchboard is none
+        {"DENY_FRONTEND",
+         {"4", "7", "Orders", "3", "Not you", "48"},
+         box + JoinParameters({"Not you", "Orders", "48"}) + "|" + done},
+        {"DENY_FRONTEND", {"4", "7", "Orders", "-1", "Not you", "48"}, ""},
+        {"CLOSE_FRONTEND",
+         {"4", "7", "65", "a.mdb", "30", "1", "Go home", "more"},
+         "to 4:c:CLOSE_FRONTEND:" + JoinParameters({"7", "65", "a.mdb", "30", "1", "Go home"}) + "|"},
+        {"CLOSE_FRONTEND", {"5", "7", "65", "a.mdb", "30", "1", "Go home"}, ""},
+        {"FRONTEND_UPDATED",
+         {"7", "", "x"},
+         "to all:c:FRONTEND_UPDATED:" + JoinParameters({"7", "", "x"}) + "|"}};
+    for (const auto& [command, params, answer] : rows)
+        EXPECT_EQ(Answer(command, JoinParameters(params)), answer)
+            << command << " " << JoinParameters(params);
+}
+
+TEST_F(CommandsTest, TooFewParameters) {
+    const std::pair<Text, std::size_t> rows[] = {{"FRONTEND_ADD", 14},   {"FRONTEND_FILE_ADD", 3},
+                                                 {"FRONTEND_DEPLOY", 2}, {"FRONTEND_MAKE_AVAILABLE", 2},
+                                                 {"FRONTEND_REMOVE", 1}, {"UPDATED_BINARY", 1},
+                                                 {"CLOSE_FRONTEND", 7},  {"START_FRONTEND", 4},
+                                                 {"DENY_FRONTEND", 6},   {"CREATE_SHORTCUT", 4}};
+    for (const auto& [command, required] : rows) {
+        const Text params = JoinParameters(std::vector<Text>(required - 1, "1"));
+        EXPECT_EQ(Answer(command, params),
+                  "c:GENERAL_ERROR:87:Invalid parameters:" + command + ":" + params + "|");
+    }
+    for (const Text params : {"0", "x", ""})
+        EXPECT_EQ(Answer("FRONTEND_REMOVE", params + kNul),
+                  "c:GENERAL_ERROR:87:Invalid parameters:FRONTEND_REMOVE:" + params + kNul + "|");
+    EXPECT_TRUE(Answer("UPDATED_BINARY", "C:\\none").starts_with("c:GENERAL_ERROR:87:"));
+    test::WriteHostFile(test::DriveC() + "/new", "");
+    EXPECT_EQ(Answer("UPDATED_BINARY", "C:\\new") + link, "update to C:\\new|");
 }
 
 TEST_F(CommandsTest, AnErrorIsAnsweredAndTheNextMessageServed) {

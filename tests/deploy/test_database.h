@@ -29,9 +29,8 @@ class FolderTest : public ::testing::Test {
 };
 
 inline std::string ReadSchema() {
-    const auto tree = std::filesystem::path(__FILE__).parent_path().parent_path().parent_path();
     std::ostringstream schema;
-    schema << std::ifstream(tree / "deploy/schema.sql").rdbuf();
+    schema << std::ifstream(RVL_SCHEMA).rdbuf();
     return schema.str();
 }
 

@@ -38,6 +38,27 @@ class RegistryTool(unittest.TestCase):
             self.workstation.environment["RVL_USER"] = user
             self.assertEqual(self.rvlreg("get", "HKCU\\Software\\X", "v"), expected)
 
+    def test_a_user_without_rights_keeps_his_settings_elsewhere(self):
+        self.set("HKLM\\Software\\X", "v", "text", "everybody's")
+        home = self.workstation.folder / "home"
+        home.mkdir(mode=0o777)
+        home.chmod(0o777)
+        self.workstation.folder.chmod(0o755)
+        self.workstation.environment["HOME"] = str(home)
+
+        def as_nobody(*arguments):
+            try:
+                process = self.workstation.start(*arguments, program="rvlreg", user=65534)
+            except (OSError, subprocess.SubprocessError):
+                self.skipTest("the system does not let us be somebody else")
+            return process.wait(), process.stdout.read()
+
+        self.assertEqual(as_nobody("get", "HKLM\\Software\\X", "v"), (0, b"everybody's\n"))
+        self.assertEqual(as_nobody("set", "HKCU\\Software\\X", "v", "text", "own")[0], 0)
+        self.assertEqual(as_nobody("get", "HKCU\\Software\\X", "v"), (0, b"own\n"))
+        self.assertNotEqual(as_nobody("set", "HKLM\\Software\\X", "v", "text", "own")[0], 0)
+        self.assertTrue((home / ".local/share/rvlclient/registry.db").is_file())
+
     def test_list_and_delete(self):
         for key, value, data in ((CLIENT, "Updating", "7"), (CLIENT, "", "8"), (CLIENT + "\\WindowPos", "Left", "9"),
                                  (CLIENT + "Other", "x", "10")):
@@ -52,6 +73,16 @@ class RegistryTool(unittest.TestCase):
                           ["delete", CLIENT], ["delete", CLIENT, "Updating"], ["get", "HKLM\\None", ""]):
             self.assertEqual(self.rvlreg(*arguments), (1, []), arguments)
         self.assertEqual(self.rvlreg("get", CLIENT + "Other", "x"), (0, ["10"]))
+
+    def test_expandable_text_is_shown_as_it_is_stored(self):
+        self.set(CLIENT, "p", "text", "%HOME%\\\xe9")
+        store = sqlite3.connect(self.workstation.root / "registry.db", isolation_level=None)
+        self.addCleanup(store.close)
+        store.execute("UPDATE RegistryValues SET Data = CAST(Data AS BLOB) WHERE Name = 'p'")
+        self.assertEqual(self.rvlreg("get", CLIENT, "p"), (0, ["%HOME%\\\xe9"]))
+        self.assertEqual(self.rvlreg("list", CLIENT), (0, ["p = %HOME%\\\xe9 (expandable)"]))
+        self.set(CLIENT, "p", "text", "plain")
+        self.assertEqual(self.rvlreg("list", CLIENT), (0, ["p = plain"]))
 
     def test_wrong_usage_changes_nothing(self):
         self.set(CLIENT, "kept", "number", "5")

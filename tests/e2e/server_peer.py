@@ -64,6 +64,27 @@ class Connection:
     def receive(self):
         return self.receive_frame()[4:]
 
+    def receive_report(self):
+        """The records of the next report of installed front ends, each as its parameters; other messages are lost."""
+        records = None
+        while True:
+            context, command, *parameters = self._read(struct.unpack("<i", self._read(4))[0]).split(b"\0") + [b""]
+            if command == b"CURRENT_FRONTENDS_BEGIN":
+                records = []
+            elif command == b"CURRENT_FRONTEND":
+                records.append(tuple(part.decode("latin-1") for part in parameters[:-1]))
+            elif command == b"CURRENT_FRONTENDS_END" and records is not None:
+                return records
+
+    def finish(self):
+        """Waits until everything sent so far has been handled; returns the answers that came before."""
+        self.send("finish", "GET_FILE_MD5", "C:\\")
+        answers = []
+        while not (content := self.receive()).startswith(b"finish\0"):
+            if content.split(b"\0")[1] not in (b"CONNECT", b"DISCONNECT"):
+                answers.append(content)
+        return answers
+
     def ask(self, context, command, *parameters):
         """Sends a request and returns the answer split at every NUL: context, command, parameters."""
         self.send(context, command, *parameters)
@@ -105,7 +126,7 @@ class ServerPeer:
         return self._connections[-1]
 
     def accept_login(self):
-        """Takes the next connection of the service through the login."""
+        """Takes the next connection of the service through the login; its report is skipped."""
         link = self.accept()
         link.receive()  # HELLO
         link.ask("", "HELLO", "token")

@@ -1,5 +1,6 @@
 """A throwaway workstation: its own root folder, a copy of the programs, and the service running on it."""
 
+import contextlib
 import os
 import pathlib
 import re
@@ -23,6 +24,25 @@ def wait_until(condition, what):
         if time.monotonic() > end:
             raise AssertionError("not in time: " + (what() if callable(what) else what))
         time.sleep(0.01)
+
+
+def kill(pid):
+    with contextlib.suppress(ProcessLookupError):  # it may just have ended
+        os.kill(pid, signal.SIGKILL)
+
+
+def processes(program):
+    """Process ids and command lines of what runs from a file, or from files below a folder, also when the file has been
+    replaced meanwhile."""
+    found = {}
+    for folder in pathlib.Path("/proc").glob("[0-9]*"):
+        try:
+            path = pathlib.Path(os.readlink(folder / "exe").removesuffix(" (deleted)"))
+            if program == path or program in path.parents:
+                found[int(folder.name)] = (folder / "cmdline").read_bytes().split(b"\0")[1:-1]
+        except OSError:
+            pass  # it has ended
+    return found
 
 
 def windows_path(host):
@@ -50,13 +70,26 @@ class Workstation:
         if address is not None:
             self.prepare_database(ServerAddress=address)
 
+    def end_processes(self, program=None):
+        """Those of one program, or all, also what the programs have started, which is nobody's child."""
+        def kill_all():
+            """True when nothing runs any more: what is killed may just have started its successor."""
+            running = processes(program or self.folder)
+            for pid in running:
+                kill(pid)
+            return not running
+
+        wait_until(kill_all, "the end of every process")
+
     def close(self):
         for process in self._processes:
             if process.poll() is None:
                 process.kill()
             process.communicate()
+        self.end_processes()
         for place in self._mounts:
-            subprocess.run(["umount", place], check=True)
+            # A killed process that is nobody's child lets go of its files a moment later.
+            wait_until(lambda place=place: subprocess.run(["umount", place]).returncode == 0, "umount %s" % place)
         self._folder.cleanup()
 
     def mount(self, place, *arguments):
@@ -88,9 +121,10 @@ class Workstation:
 
     # Processes
 
-    def start(self, *arguments, program="RVLClient"):
-        """Starts a program without waiting for it to end."""
+    def start(self, *arguments, program="RVLClient", user=None):
+        """Starts a program, as another user if asked to, without waiting for it to end."""
         process = subprocess.Popen([self.bin / program, *arguments], env=self.environment, cwd=self.folder,
+                                   user=user, group=user, extra_groups=None if user is None else [],
                                    stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         self._processes.append(process)
         return process

@@ -41,6 +41,7 @@ class LinkTest : public test::PrivateNetworkTest, protected ServerLink::Owner {
     void ServerMessageReceived(Text message) override { told += message + "|"; }
     void ServerLoggedIn() override { told += "login|"; }
     void ServerConnectedChanged(bool connected) override { told += connected ? "up|" : "down|"; }
+    void StatusChanged() override {}
     void KeepAliveTick() override {}
 
     /// True when the n-th connection has greeted.

@@ -30,8 +30,10 @@ std::int32_t ErrorOf(Action action) {
 }
 
 TEST(Registry, GivesBackWhatWasWritten) {
-    const std::vector<RegistryValue> values{Text(), Text("12"), Text("a\0b", 3), Text("\xC4 \xFF"),
-                                            0u,     4294967295u};
+    std::vector<RegistryValue> values{Text(), Text("12"), Text("a\0b", 3), Text("\xC4 \xFF"),
+                                      0u,     4294967295u};
+    for (const Text& text : {Text(), Text("a\0b", 3), Text("%A%\\\xC4")})
+        values.insert(values.end(), {ExpandableText{text}, text});
     for (const RegistryValue& value : values) {
         WriteRegistry(LocalMachine, "Software\\Round", "Value", value);
         EXPECT_EQ(ReadRegistry(LocalMachine, "SOFTWARE\\ROUND\\", "VALUE"), value);

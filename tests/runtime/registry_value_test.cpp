@@ -43,6 +43,31 @@ TEST(cRegistry, ReadsAndWritesAsItsType) {
     EXPECT_THROW(text.SetValue({}), Error);
 }
 
+TEST(cRegistry, ExpandsTheTextsThatAreExpandable) {
+    setenv("RVL_TEST_ONE", "one %RVL_TEST_TWO%", 1);
+    setenv("rvl_test_two", "2", 1);
+    setenv("RVL_TEST_EMPTY", "", 1);
+    setenv("RVL_TEST_WIDE", "\xE2\x82\xAC", 1);
+    const std::pair<Text, Text> rows[] = {{"%RVL_TEST_ONE%\\x", "one %RVL_TEST_TWO%\\x"},
+                                          {"%Rvl_Test_Two%%RVL_TEST_EMPTY%3", "23"},
+                                          {"a%RVL_TEST_NONE%rvl_test_two%%", "a%RVL_TEST_NONE2%"},
+                                          {"100% %% %RVL_TEST_WIDE%", "100% %% %RVL_TEST_WIDE%"},
+                                          {"", ""}};
+    cRegistry value = MakeValue(RegistryType::ExpandString), text = MakeValue(RegistryType::String);
+    for (const auto& [stored, expanded] : rows) {
+        for (const bool kept : {true, false}) {
+            value.NoExpandStrings = text.NoExpandStrings = kept;
+            value.SetValue(stored);
+            EXPECT_EQ(value.TextValue(), kept ? stored : expanded);
+            EXPECT_EQ(text.TextValue(), kept ? stored : expanded);
+            text.SetValue(stored);
+            EXPECT_EQ(value.TextValue(), stored);
+        }
+    }
+    value.SetValue(Text("%RVL_TEST_TWO%"));
+    EXPECT_EQ(value.NumberValue(), 2u);
+}
+
 TEST(cRegistry, AMissingValueIsTheDefault) {
     cRegistry value = MakeValue(RegistryType::String);
     value.SectionKey += "\\Missing";

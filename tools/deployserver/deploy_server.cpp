@@ -4,8 +4,12 @@
 #include <utility>
 
 #include "platform/event_loop.h"
+#include "runtime/file_digest.h"
 #include "runtime/system_information.h"
-#include "tools/deployserver/push_file_job.h"
+#include "tools/deployserver/deploy_job.h"
+#include "tools/deployserver/publish_job.h"
+#include "tools/deployserver/report_job.h"
+#include "util/path_text.h"
 #include "util/text_functions.h"
 
 namespace rvl::deployserver {
@@ -24,6 +28,9 @@ Text ServerName(const Options& options) {
 DeployServer::DeployServer(const Options& options)
     : m_options(options),
       m_console(options.quiet),
+      m_starts(m_options.people),
+      m_orders(*this, m_console, m_starts, m_history, m_options.people.historyFile),
+      m_updates(m_options.update, m_console, [this] { JobsEnded(false); }),
       m_cut(options.cut),
       m_location(ServerName(options), m_console),
       m_server({[this](std::int16_t id) { OnConnected(id); }, [this](std::int16_t id) { OnDisconnected(id); },
@@ -35,20 +42,38 @@ DeployServer::DeployServer(const Options& options)
 /// Closing lets events run, which must find a whole server.
 DeployServer::~DeployServer() {
     m_ending = true;
+    m_input.reset();
     m_location.Close();
     m_server.Shutdown();
 }
 
 int DeployServer::Run() {
-    if (m_options.push)
-        FilePieces("").Open(m_options.push->localFile);  // better refused now than at each login
+    ReadWhatIsSent();
     m_server.Init(m_options.port, "");
     if (m_options.locate) m_location.Open(m_options.port);
     m_tmrStop.SetEnabled(true);
     m_console.Outcome(Text("LISTENING on ") + (m_options.locate ? "TCP and UDP" : "TCP") + " port " +
                       NumberText(m_options.port) + " as " + ServerName(m_options));
+    if (m_options.people.takesOrders) TakeOrders();
     platform::RunEventLoop();
     return m_exitStatus;
+}
+
+/// Better refused now than at each login.
+void DeployServer::ReadWhatIsSent() {
+    if (m_options.IsPushing()) FilePieces("").Open(m_options.push.localFile);
+    if (m_options.frontend.IsPublishing()) {
+        m_frontend = LoadFrontendVersion(m_options.frontend);
+        m_history.AddPublished(m_frontend);
+    }
+    if (!m_options.people.historyFile.empty()) m_history.Read(m_options.people.historyFile);
+    if (m_options.update.IsUpdating()) ReadExecutable();
+}
+
+void DeployServer::ReadExecutable() {
+    const Text& path = m_options.update.localFile;
+    FilePieces("").Open(path);
+    m_executable = {{FileNameOf(path), path, MD5SumOfFile(path)}, m_options.update.remotePath};
 }
 
 // Ending
@@ -59,6 +84,10 @@ void DeployServer::RequestStop() {
 
 void DeployServer::CheckStopRequest() {
     if (g_stopRequested == 0) return;
+    StopServing();
+}
+
+void DeployServer::StopServing() {
     m_console.Step("stopped");
     End(m_options.once ? 1 : 0);
 }
@@ -73,12 +102,70 @@ void DeployServer::End(int exitStatus) {
 
 JobList DeployServer::JobsFor(Workstation& workstation) {
     JobList jobs;
-    if (m_options.push) jobs.push_back(std::make_unique<PushFileJob>(workstation, *m_options.push, m_cut));
+    if (m_updates.IsToBeJudged(workstation)) {  // all that came before the update has been done
+        jobs.push_back(std::make_unique<UpdateResultJob>(workstation, m_updates));
+        return jobs;
+    }
+    if (m_options.IsPushing())
+        jobs.push_back(std::make_unique<FilePush>(workstation, m_options.push, m_options.transfer, m_cut));
+    if (m_options.frontend.NeedsReport()) AddFrontendJobs(jobs, workstation);
+    if (m_options.update.IsUpdating())
+        jobs.push_back(
+            std::make_unique<UpdateJob>(workstation, m_executable, m_updates, m_options.transfer, m_cut));
     return jobs;
 }
 
-void DeployServer::JobEnded(bool succeeded) {
-    if (m_options.once) End(succeeded ? 0 : 1);
+void DeployServer::AddFrontendJobs(JobList& jobs, Workstation& workstation) {
+    const FrontendOptions& frontend = m_options.frontend;
+    int& rounds = m_verificationRounds[workstation.LoginData().uuid];
+    const Verification verification{frontend.orders, VersionOfOrders(), rounds};
+    jobs.push_back(std::make_unique<ReportJob>(workstation));
+    if (rounds > 0) jobs.push_back(std::make_unique<JudgeJob>(workstation, verification));
+    if (frontend.IsPublishing())
+        jobs.push_back(std::make_unique<PublishJob>(workstation, m_frontend, m_options.transfer, m_cut));
+    if (frontend.orders.empty()) return;
+    jobs.push_back(std::make_unique<DeployJob>(workstation, frontend.orders, VersionOfOrders()));
+    if (frontend.verify) jobs.push_back(std::make_unique<LogInAgainJob>(workstation, verification));
+}
+
+OrderedVersion DeployServer::VersionOfOrders() const {
+    if (m_options.frontend.IsPublishing()) return {m_frontend.versionId, m_frontend.FileCount()};
+    return {m_options.frontend.versionId.value_or(0), 0};
+}
+
+void DeployServer::OnReport(Workstation& workstation) {
+    const auto print = m_options.frontend.report ? &Workstation::PrintOutcome : &Workstation::PrintStep;
+    const auto& records = workstation.Report().Records();
+    if (records.empty()) (workstation.*print)("REPORT no front ends");
+    for (const ReportRecord& record : records)
+        (workstation.*print)("REPORT " + Describe(record));
+}
+
+/// Another workstation that is in the middle of its update is waited for: it is to be told about.
+void DeployServer::JobsEnded(bool succeeded) {
+    m_anyFailed = m_anyFailed || !succeeded;
+    if (m_options.once && !m_updates.IsAnyAwaited()) End(m_anyFailed ? 1 : 0);
+}
+
+// People
+
+bool DeployServer::Answer(Workstation& workstation, const Message& request) {
+    return m_starts.Answer(workstation, request) || m_history.Answer(workstation, request);
+}
+
+/// A server that nobody orders anything any more serves on.
+void DeployServer::TakeOrders() {
+    m_input.emplace(platform::StandardInput::Events{[this](const std::string& line) {
+                                                        if (!m_ending) m_orders.CarryOut(line);
+                                                    },
+                                                    [this] { m_console.Step("no more orders"); }});
+}
+
+std::vector<std::shared_ptr<Workstation>> DeployServer::LoggedIn() const {
+    std::vector<std::shared_ptr<Workstation>> found;
+    for (std::int16_t id = 0; id <= m_server.MaxClientID(); ++id)
+        if (const auto session = SessionOf(id); session && session->IsLoggedIn()) found.push_back(session);
+    return found;
 }
 
 // Sessions

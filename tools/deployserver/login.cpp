@@ -9,7 +9,7 @@ std::optional<Login> ParseLogin(TextView params) {
     constexpr std::size_t kParameters = 11;
     const auto list = SplitParameters(params);
     if (list.size() < kParameters) return std::nullopt;
-    return Login{list[0], list[1], list[2], list[3], list[10]};
+    return Login{list[0], list[1], list[2], list[3], list[9], list[10]};
 }
 
 bool IsProofRight(const Login& login, const Text& token) {

@@ -12,6 +12,7 @@ struct Login {
     Text uuid;
     Text computer;
     Text domain;
+    Text commonAppData;  ///< folder
     Text discoveryMethod;
 };
 

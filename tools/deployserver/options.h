@@ -5,6 +5,9 @@
 #include <vector>
 
 #include "platform/text.h"
+#include "tools/deployserver/frontend_options.h"
+#include "tools/deployserver/people_options.h"
+#include "tools/deployserver/update_options.h"
 
 namespace rvl::deployserver {
 
@@ -12,6 +15,10 @@ namespace rvl::deployserver {
 struct PushOrder {
     Text localFile;
     Text remotePath;
+};
+
+/// How files are pushed.
+struct TransferOptions {
     std::size_t pieceSize = 262144;
     bool resumeAllowed = true;
 };
@@ -31,12 +38,19 @@ struct Options {
     bool help = false;
     bool version = false;
     std::uint16_t port = 16378;
-    Text name;  ///< empty: the computer's name
-    std::optional<PushOrder> push;
+    Text name;       ///< empty: the computer's name
+    PushOrder push;  ///< without a local file nothing is pushed
+    TransferOptions transfer;
     CutOrder cut;
+    FrontendOptions frontend;
+    UpdateOptions update;
+    PeopleOptions people;
     bool once = false;
     bool locate = true;
     bool quiet = false;
+
+    bool IsPushing() const { return !push.localFile.empty(); }
+    bool TransfersFiles() const { return IsPushing() || frontend.IsPublishing() || update.IsUpdating(); }
 };
 
 /// A command line that makes no sense, with the reason.

@@ -4,6 +4,7 @@
 
 #include "util/parameters.h"
 #include "util/random_text.h"
+#include "util/scoped_state.h"
 #include "util/text_functions.h"
 
 namespace rvl::deployserver {
@@ -50,11 +51,27 @@ void WorkstationSession::Refuse(const Text& reason) {
 
 // Messages
 
+/// Sending lets events run. What arrives then waits until the message at hand is dealt with.
 void WorkstationSession::OnMessage(Text text) {
-    if (m_stage == Stage::Closed) return;
-    const Message message = SplitMessage(std::move(text));
-    if (m_current < m_jobs.size() && m_jobs[m_current]->Take(message)) return ContinueJobs();
-    Dispatch(message);
+    m_arrived.push_back(std::move(text));
+    if (m_handling) return;
+    const ScopedFlag handling(m_handling);
+    while (!m_arrived.empty()) {
+        const Message message = SplitMessage(std::exchange(m_arrived.front(), {}));
+        m_arrived.pop_front();
+        if (m_stage != Stage::Closed) Handle(message);
+    }
+}
+
+void WorkstationSession::Handle(const Message& message) {
+    const bool taken = TakeReport(message) || (m_current < m_jobs.size() && m_jobs[m_current]->Take(message));
+    taken ? ContinueJobs() : Dispatch(message);
+}
+
+bool WorkstationSession::TakeReport(const Message& message) {
+    if (m_stage != Stage::LoggedIn || !m_report.Take(message)) return false;
+    if (message.command == WorkstationReport::kEnd) m_host.OnReport(*this);
+    return true;
 }
 
 void WorkstationSession::Dispatch(const Message& message) {
@@ -64,8 +81,16 @@ void WorkstationSession::Dispatch(const Message& message) {
         PrintStep("PING");
         return Send(MakeMessage(message.context, "PONG", ""));
     }
+    if (m_stage == Stage::LoggedIn && TakeFromPeople(message)) return;
     m_console.Step("UNKNOWN from #" + NumberText(m_clientId) + ": " +
                    MakeMessage(message.context, message.command, message.params));
+}
+
+/// What the workstation tells of its local sessions and front ends, and what users ask for.
+bool WorkstationSession::TakeFromPeople(const Message& message) {
+    const auto told = m_people.Take(message);
+    if (told) PrintStep(*told);
+    return told || m_host.Answer(*this, message);
 }
 
 void WorkstationSession::OnHello(const Message& message) {
@@ -73,6 +98,7 @@ void WorkstationSession::OnHello(const Message& message) {
     if (params.size() < 3 || params[0] != "RVL" || params[1] != "CLIENT")
         return Refuse("this HELLO is not a client's: " + message.params);
     m_console.Step("HELLO from #" + NumberText(m_clientId) + "[" + m_remoteIP + "] version " + params[2]);
+    m_version = params[2];
     m_token = RandomNonce(kTokenLength);
     m_stage = Stage::AwaitingLogin;
     Send(MakeMessage("", "HELLO", m_token));
@@ -86,25 +112,38 @@ void WorkstationSession::OnLogin(const Message& message) {
     m_console.Step("LOGIN #" + NumberText(m_clientId) + " " + who + " proof ok, found via " +
                    login->discoveryMethod);
     m_stage = Stage::LoggedIn;
+    m_login = *login;
     Send(MakeMessage("", "LOGIN_OK", ""));
     m_jobs = m_host.JobsFor(*this);
-    StartJob();
+    if (m_jobs.empty()) return;
+    m_jobs.front()->Start();
+    ContinueJobs();
 }
 
 // Jobs
 
-void WorkstationSession::StartJob() {
-    if (m_current >= m_jobs.size() || m_stage == Stage::Closed) return;
-    m_jobs[m_current]->Start();
-    ContinueJobs();
+/// Goes on to the next job, or to a later one, for as long as the current one has ended.
+void WorkstationSession::ContinueJobs() {
+    while (m_current < m_jobs.size()) {
+        const Job::Progress progress = m_jobs[m_current]->CurrentProgress();
+        if (progress == Job::Progress::Running) return;
+        if (progress == Job::Progress::Failed) return EndJobs(false);
+        GoToNextJob(progress == Job::Progress::NothingLeft);
+        if (m_current == m_jobs.size()) return EndJobs(true);
+        if (m_stage == Stage::Closed) return;
+        m_jobs[m_current]->Start();
+    }
 }
 
-void WorkstationSession::ContinueJobs() {
-    const Job::Progress progress = m_jobs[m_current]->CurrentProgress();
-    if (progress == Job::Progress::Running) return;
+void WorkstationSession::GoToNextJob(bool independent) {
     ++m_current;
-    m_host.JobEnded(progress == Job::Progress::Succeeded);
-    StartJob();
+    while (independent && m_current < m_jobs.size() && !m_jobs[m_current]->IsIndependent())
+        ++m_current;
+}
+
+void WorkstationSession::EndJobs(bool succeeded) {
+    m_current = m_jobs.size();
+    m_host.JobsEnded(succeeded);
 }
 
 }  // namespace rvl::deployserver
