@@ -1,17 +1,16 @@
 // A stand-in for Microsoft Access: shows the main window of a database and does what the database file tells
 // it.
 
-#include <unistd.h>
-
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <exception>
-#include <vector>
+#include <thread>
 
 #include "platform/file_handle.h"
 #include "platform/full_path.h"
 #include "platform/process.h"
-#include "tools/msaccess/main_window.h"
+#include "tools/msaccess/desktop_program.h"
 #include "util/text_functions.h"
 
 namespace {
@@ -23,13 +22,15 @@ constexpr int kFailed = 1;
 
 constexpr const char* kHelp =
     "Usage: msaccess [DATABASE [/wrkgrp FILE] [/user NAME] [/pwd PASSWORD]]\n"
-    "A stand-in for Microsoft Access: shows an \"OMain\" window for a database and tells of itself in the "
-    "text\n"
-    "properties ACCESS_VERSION, ACCESS_BUILD and ACCESS_CURRENT_PROJECT. It ends with 0 when it is closed.\n"
+    "       msaccess /order WINDOW ORDER\n"
+    "A stand-in for Microsoft Access: shows an \"OMain\" window for a database and tells of itself: on "
+    "Windows\n"
+    "as a running Application object once it is asked to register itself or loses the keyboard, on Linux in\n"
+    "the text properties ACCESS_VERSION, ACCESS_BUILD and ACCESS_CURRENT_PROJECT. It ends with 0 when it is\n"
+    "closed.\n"
     "\n"
-    "What it does stands in the database file, in lines that begin with \"msaccess: \"; while it runs it is "
-    "told\n"
-    "by the property MSACCESS_COMMAND of its window:\n"
+    "What it does stands in the database file, in lines that begin with \"msaccess: \"; while it runs it is\n"
+    "told by /order with the number of its window or, on Linux, by the property MSACCESS_COMMAND of that:\n"
     "  xprop -id WINDOW -f MSACCESS_COMMAND 8u -set MSACCESS_COMMAND 'close database'\n"
     "\n"
     "  open PATH          open another database\n"
@@ -38,7 +39,7 @@ constexpr const char* kHelp =
     "  slow SECONDS       only in the file: show the window that much later\n"
     "  hang               handle no events any more\n"
     "  ignore close       stay open when asked to close\n"
-    "  stubborn           only in the file: the same, and ignore SIGTERM\n"
+    "  stubborn           only in the file: the same, and ignore SIGTERM or WM_QUIT\n"
     "  cant-make-changes  show the dialog \"You can't make changes ...\"\n";
 
 /// Empty when it cannot be read.
@@ -62,34 +63,29 @@ Text FullDatabasePath(const Text& given) {
     return platform::FullPath(given, path) == 0 ? path : given;
 }
 
-int Show(const Text& database, const std::vector<Order>& orders) {
-    const Desktop desktop;
-    if (!desktop.IsOpen()) {
-        platform::WriteStandardError("msaccess: there is no display");
-        return kFailed;
-    }
-    MainWindow window(desktop, database);
-    for (const Order& order : orders)
-        window.Perform(order);
-    return window.Run();
-}
-
-int Run(const Text& database) {
+int ShowDatabase(const Text& database) {
     const std::vector<Order> orders = OrdersOfDatabase(database.empty() ? "" : ContentOf(database));
     for (const auto& [what, argument] : orders) {
         if (what == "exit") return ParseLongOr(argument, 0);
         if (what == "stubborn") std::signal(SIGTERM, SIG_IGN);
-        if (what == "slow") sleep(static_cast<unsigned int>(ParseLongOr(argument, 0)));
+        if (what == "slow") std::this_thread::sleep_for(std::chrono::seconds(ParseLongOr(argument, 0)));
     }
-    return Show(database, orders);
+    return RunMainWindow(database, orders);
+}
+
+int Run(const std::vector<Text>& arguments) {
+    const Text first = arguments.empty() ? "" : arguments[0];
+    if (first == "--help") return std::fputs(kHelp, stdout) < 0;
+    if (first == "/order" && arguments.size() == 3)
+        return SendOrder(static_cast<std::uint32_t>(ParseLongOr(arguments[1], 0)), arguments[2]) ? 0
+                                                                                                 : kFailed;
+    return ShowDatabase(first.empty() ? "" : FullDatabasePath(first));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) try {
-    const Text first = argc > 1 ? TextFromUtf8(argv[1]) : "";
-    if (first == "--help") return std::fputs(kHelp, stdout) < 0;
-    return Run(first.empty() ? "" : FullDatabasePath(first));
+    return Run(ProgramArguments(argc, argv));
 } catch (const std::exception& error) {
     platform::WriteStandardError(Text("msaccess: ") + error.what());
     return kFailed;

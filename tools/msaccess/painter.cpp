@@ -1,6 +1,6 @@
 #include "tools/msaccess/painter.h"
 
-#include "tools/msaccess/main_window.h"
+#include "tools/msaccess/access_program.h"
 
 namespace rvl::msaccess {
 namespace {
@@ -44,24 +44,6 @@ void PaintDatabaseWindow(Painter& painter, int x, int y, const Text& database) {
 }
 
 }  // namespace
-
-void Painter::Fill(int x, int y, int width, int height, unsigned long color) {
-    XSetForeground(m_display, m_context, color);
-    XFillRectangle(m_display, m_window, m_context, x, y, static_cast<unsigned>(width),
-                   static_cast<unsigned>(height));
-}
-
-void Painter::Box(int x, int y, int width, int height, unsigned long color) {
-    Fill(x, y, width, height, color);
-    XSetForeground(m_display, m_context, kShade);
-    XDrawRectangle(m_display, m_window, m_context, x, y, static_cast<unsigned>(width),
-                   static_cast<unsigned>(height));
-}
-
-void Painter::Write(int x, int y, TextView text, unsigned long color) {
-    XSetForeground(m_display, m_context, color);
-    XDrawString(m_display, m_window, m_context, x, y, text.data(), static_cast<int>(text.size()));
-}
 
 void PaintMainWindow(Painter& painter, int width, int height, const Text& database, bool withCaption) {
     int y = 0;

@@ -1,35 +1,28 @@
 #pragma once
 
-#include <X11/Xlib.h>
-
 #include "platform/text.h"
 
 namespace rvl::msaccess {
 
-/// Draws plain areas and lines of text into one window.
+/// Draws plain areas and lines of text into one window. Colours are 0xRRGGBB.
 class Painter {
  public:
     static constexpr unsigned long kFace = 0xd4d0c8, kShade = 0x808080, kWhite = 0xffffff, kBlack = 0,
                                    kCaption = 0x0a246a;
 
-    Painter(Display* display, Window window)
-        : m_display(display), m_window(window), m_context(XCreateGC(display, window, 0, nullptr)) {}
-    ~Painter() { XFreeGC(m_display, m_context); }
-    Painter(const Painter&) = delete;
-    Painter& operator=(const Painter&) = delete;
+    virtual ~Painter() = default;
+    virtual void Fill(int x, int y, int width, int height, unsigned long color) = 0;
 
-    void Fill(int x, int y, int width, int height, unsigned long color);
-    void Box(int x, int y, int width, int height, unsigned long color);     ///< filled, with a line around it
-    void Write(int x, int y, TextView text, unsigned long color = kBlack);  ///< y is that of the base line
+    /// Filled, with a line around it.
+    virtual void Box(int x, int y, int width, int height, unsigned long color) = 0;
 
- private:
-    Display* m_display;
-    Window m_window;
-    GC m_context;
+    /// y is that of the base line.
+    virtual void Write(int x, int y, TextView text, unsigned long color) = 0;
+    void Write(int x, int y, TextView text) { Write(x, y, text, kBlack); }
 };
 
 /// The main window of Access with a database open, or with none (an empty name). The caption is drawn where
-/// no window manager does it.
+/// nobody else does it.
 void PaintMainWindow(Painter& painter, int width, int height, const Text& database, bool withCaption);
 
 }  // namespace rvl::msaccess

@@ -8,6 +8,9 @@
 
 namespace rvl::msaccess {
 
+/// The property of the main window that takes orders.
+inline constexpr const char* kOrderProperty = "MSACCESS_COMMAND";
+
 /// The connection to the X server, with what the windows of the stand-in need of it.
 class Desktop {
  public:

@@ -1,4 +1,4 @@
-#include "tools/msaccess/desktop.h"
+#include "tools/msaccess/posix/desktop.h"
 
 #include <X11/Xatom.h>
 #include <X11/Xutil.h>
