@@ -35,7 +35,7 @@ std::shared_ptr<Connection>& Current() {
 }
 
 /// The service will stop when it is told to: from now on nobody shall take it for a running one.
-DWORD WINAPI OnControl(DWORD control, DWORD, void*, void* connection) {
+DWORD WINAPI OnControl(DWORD control, DWORD, void*, void* connection) noexcept {
     if (control == SERVICE_CONTROL_STOP || control == SERVICE_CONTROL_SHUTDOWN)
         AdvanceServiceStatus(SERVICE_STOP_PENDING);
     static_cast<Connection*>(connection)->control(static_cast<int>(control));
@@ -43,7 +43,7 @@ DWORD WINAPI OnControl(DWORD control, DWORD, void*, void* connection) {
 }
 
 /// Stays as long as the service: not every system lets one go on whose main function has returned.
-void WINAPI ServiceMain(DWORD, wchar_t**) {
+void WINAPI ServiceMain(DWORD, wchar_t**) noexcept {
     const std::shared_ptr<Connection> connection = Current();
     const SERVICE_STATUS_HANDLE manager =
         RegisterServiceCtrlHandlerExW(connection->name.c_str(), OnControl, connection.get());

@@ -41,7 +41,7 @@ bool AllFit(const ShellLink& link) {
 // The shell's object and what it says
 
 ComPointer<IShellLinkW> CreateLink(HRESULT& result) {
-    return CreateObject<IShellLinkW>(__uuidof(ShellLink), result);
+    return CreateObject<IShellLinkW>(__uuidof(::ShellLink), result);
 }
 
 /// A text that is not set is left out of the file.
