@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/posix/host_path.h"
 #include "runtime/log_file.h"
 #include "tests/support/virtual_clock.h"
 #include "tests/support/workstation.h"
@@ -16,7 +15,7 @@ TEST(Maintenance, LooksAtTheLogEveryHalfHour) {
     const Maintenance maintenance;
     for (const auto& [wait, bytes] :
          {std::pair(kMinute, 1572864), {kHalfHour, 1572863}, {kHalfHour, 1572864}}) {
-        test::WriteHostFile(platform::HostPath(LogPath()), std::string(bytes, '\n'));
+        test::WriteHostFile(test::HostFile(LogPath()), std::string(bytes, '\n'));
         clock.Advance(wait - 1);
         EXPECT_FALSE(test::Logged("Log file trimmed")) << bytes;
         clock.Advance(1);

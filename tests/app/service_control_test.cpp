@@ -5,11 +5,11 @@
 #include "app/event_source.h"
 #include "app/helper_run_entry.h"
 #include "app/service_installation.h"
-#include "runtime/unload_mode.h"
 #include "platform/registry.h"
 #include "runtime/process_state.h"
 #include "runtime/system_information.h"
-#include "tests/temporary_root.h"
+#include "runtime/unload_mode.h"
+#include "tests/support/workstation.h"
 
 namespace rvl {
 namespace {
@@ -21,14 +21,21 @@ constexpr const char* kService = "SYSTEM\\CurrentControlSet\\Services\\RVLClient
 constexpr const char* kRun = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run";
 constexpr const char* kEvents = "SYSTEM\\CurrentControlSet\\Services\\EventLog\\Application\\RVLClient";
 
+/// A text may be one with variables.
 std::optional<RegistryValue> Read(const Text& key, const Text& name) {
-    return ReadRegistry(RegistryRoot::LocalMachine, key, name);
+    const auto value = ReadRegistry(RegistryRoot::LocalMachine, key, name);
+    const auto* text = value ? std::get_if<platform::ExpandableText>(&*value) : nullptr;
+    return text != nullptr ? RegistryValue(text->text) : value;
+}
+
+Text Quoted(const Text& program) {
+    return "\"" + program + "\"";
 }
 
 /// Stands for the installed program: one that ends at once, since this one would run its tests.
 class ServiceControl : public testing::Test {
  protected:
-    void SetUp() override { State().UpdateTargetPath = "/bin/false"; }
+    void SetUp() override { State().UpdateTargetPath = test::kProgramThatEnds; }
     void TearDown() override {
         State().UpdateTargetPath.clear();
         for (const char* key : {kService, kRun, kEvents})
@@ -43,13 +50,15 @@ TEST_F(ServiceControl, WhatIsInstalled) {
         std::uint32_t start, type;
     };
     const Case cases[] = {{"LocalSystem", "LocalSystem", true, false, 2, 16},
-                          {"ann", DomainName() + "\\ann", false, true, 3, 272},
+                          {"LocalSystem", "LocalSystem", true, true, 2, 272},  // nobody else may show windows
+                          {"ann", DomainName() + "\\ann", false, false, 3, 16},
                           {"OTHER\\ann", "OTHER\\ann", false, false, 3, 16}};
     for (const Case& row : cases) {
         EXPECT_FALSE(GetServiceInstalled());
         EXPECT_EQ(InstallService(row.account, "", row.automatic, {}, row.interactive), 0);
         EXPECT_TRUE(GetServiceInstalled());
-        EXPECT_EQ(Read(kService, "ImagePath"), RegistryValue("\"/bin/false\" -service_mode"));
+        EXPECT_EQ(Read(kService, "ImagePath"),
+                  RegistryValue(Quoted(test::kProgramThatEnds) + " -service_mode"));
         EXPECT_EQ(Read(kService, "ObjectName"), RegistryValue(row.stored));
         EXPECT_EQ(Read(kService, "Start"), RegistryValue(row.start));
         EXPECT_EQ(Read(kService, "Type"), RegistryValue(row.type));
@@ -58,13 +67,14 @@ TEST_F(ServiceControl, WhatIsInstalled) {
 }
 
 TEST_F(ServiceControl, HelperRunEntry) {
-    const Text ours = "\"/bin/false\" -service_helper";
+    const Text ours = Quoted(test::kProgramThatEnds) + " -service_helper",
+               other = test::kOtherProgramThatEnds;
     const std::pair<Text, Text> rows[] = {
         {"", ours},
-        {"\"/bin/true\"", ours},
+        {Quoted(other), ours},
         {"\"/no such\\file\" -service_helper", ours},
-        {"/bin/true -service_helper-debug", "/bin/true -service_helper-debug"},
-        {"\"/bin/true\" -service_helper", "\"/bin/true\" -service_helper"}};
+        {other + " -service_helper-debug", other + " -service_helper-debug"},
+        {Quoted(other) + " -service_helper", Quoted(other) + " -service_helper"}};
     for (const auto& [before, after] : rows) {
         WriteRegistry(RegistryRoot::LocalMachine, kRun, "RVLClientHelper", before);
         ServiceControl_ServiceInstalled(false);  // not installed: none of its business

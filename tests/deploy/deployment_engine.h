@@ -1,13 +1,14 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdio>
 
 #include "deploy/frontend_commands.h"
 #include "deploy/frontend_report.h"
+#include "platform/system_message.h"
 #include "tests/deploy/test_database.h"
 #include "tests/support/workstation.h"
 #include "tests/util/recorded_errors.h"
+#include "util/text_functions.h"
 
 namespace rvl::test {
 
@@ -24,6 +25,7 @@ class DeploymentEngine : private ServerReplies, private DeploymentAudience {
     FrontendReport report{m_database, *this};
     Text sent, told;
 
+    void Close() { m_database.CloseDatabase(); }
     Text Report() {
         report.SendCurrentFrontends();
         return std::exchange(sent, {});
@@ -40,17 +42,19 @@ class DeploymentEngine : private ServerReplies, private DeploymentAudience {
     void VersionRemoved(std::int32_t id) override { told += "removed " + std::to_string(id) + "|"; }
 };
 
-inline std::string OutputOf(const std::string& command) {
-    const std::unique_ptr<FILE, int (*)(FILE*)> output(popen(command.c_str(), "r"), pclose);
-    std::string text;
-    for (int character = 0; (character = fgetc(output.get())) != EOF;)
-        text += static_cast<char>(character);
-    return text;
-}
-
-/// The result of a statement as the sqlite3 program shows it: columns apart by "|", Null as "-".
+/// What a statement gives to another program: rows as lines, columns apart by "|", Null as "-".
 inline std::string Rows(const std::string& sql) {
-    return OutputOf("sqlite3 -nullvalue - '" + DriveC() + "/app/RVLClient.mdb' \"" + sql + "\"");
+    auto database = OtherConnection("C:\\app\\RVLClient.mdb");
+    auto statement = database.Prepare(sql);
+    std::string rows;
+    while (statement.Step())
+        for (int column = 0; column < statement.ColumnCount(); ++column) {
+            const platform::SqliteValue value = statement.Column(column);
+            rows += column > 0 ? "|" : "";
+            rows += IsNull(value) ? "-" : TextOf(value);
+            rows += column + 1 == statement.ColumnCount() ? "\n" : "";
+        }
+    return rows;
 }
 
 /// The host path of a path on drive C:, with or without the drive.
@@ -120,6 +124,21 @@ class DeploymentTest : public testing::Test {
 
     void Deploy(std::int32_t id, const Text& username = kAnn) {
         engine.deployment.FrontendVersionDeploy(id, username, true);
+    }
+
+    /// Of the version's three files the second one could not be copied.
+    void ExpectUncopied(int error) {
+        EXPECT_EQ(
+            std::exchange(engine.sent, {}),
+            "GENERAL_ERROR:" + std::to_string(error) + ":" + StripTerminator(platform::SystemMessage(error)) +
+                " while copying \"C:\\staging\\12\\b.mdb\" to \"C:\\fe\\3\\12\\b.mdb\":FRONTEND_DEPLOY|");
+        EXPECT_FALSE(std::filesystem::is_regular_file(Host("fe/3/12/b.mdb"))) << error;
+        EXPECT_EQ(ReadHostFile(Host("fe/3/12/a.mdb")) + ReadHostFile(Host("fe/3/12/Data/c.mdb")),
+                  "a.mdbData\\c.mdb");
+        EXPECT_NE(engine.Report().find("CURRENT_FRONTEND:3:12:DOM\\ann:3:2|"), Text::npos) << error;
+        EXPECT_EQ(Rows("SELECT Filename FROM DeployedFrontendFiles f JOIN DeployedFrontends USING"
+                       " (DeployedFrontendID) WHERE Username NOTNULL ORDER BY f.rowid"),
+                  "a.mdb\nData\\c.mdb\n");
     }
 
     DeploymentEngine engine;

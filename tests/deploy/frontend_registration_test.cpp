@@ -57,7 +57,8 @@ TEST_F(FrontendRegistrationTest, Confirmations) {
     engine.registration.AddFrontendVersion(Version(12));
     for (const auto& [id, name, content, problem, files] : rows) {
         const std::string path = test::Host("staging\\12\\" + name);
-        content.empty() ? (void)unlink(path.c_str()) : test::WriteHostFile(path, content);
+        std::error_code isFolder;
+        content.empty() ? (void)std::filesystem::remove(path, isFolder) : test::WriteHostFile(path, content);
         engine.registration.AddFrontendVersionFile(id, name);
         EXPECT_EQ(std::exchange(engine.sent, {}), problem.empty() ? "" : "GENERAL_ERROR:87:" + problem + "|");
         EXPECT_EQ(Rows("SELECT Filename, FileSize, MD5Hash FROM DeployedFrontendFiles ORDER BY rowid"),

@@ -64,9 +64,9 @@ TEST_F(FrontendReportTest, Deployments) {
 }
 
 TEST_F(FrontendReportTest, AForgottenDeploymentThatIsInUseKeepsItsFiles) {
-    const test::PrivateMounts mounts;
+    test::PrivateMounts mounts;
     Deploy(12);
-    if (!mounts.Granted() || !mounts.Hold(Host("fe/3/12/a.mdb"))) GTEST_SKIP() << "no private mounts";
+    if (!mounts.Hold(Host("fe/3/12/a.mdb"))) GTEST_SKIP() << "no private mounts";
     std::filesystem::remove(Host("ann/Desktop/Orders.lnk"));
     EXPECT_EQ(engine.Report(), kBegin + kTemplate + kEnd);
     EXPECT_TRUE(IsThere("fe/3/12/a.mdb") && IsThere("fe/3/12/Data/c.mdb"));

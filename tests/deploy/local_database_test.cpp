@@ -65,12 +65,16 @@ TEST_F(LocalDatabaseTest, TakesTheOneBesideTheExecutableFirst) {
 TEST_F(LocalDatabaseTest, WhatAnInterruptedFirstStartLeftDoesNotMatter) {
     std::filesystem::create_directories(HostFolder() / "ProgramData/Ravelin/Client");
     WriteFile("ProgramData/Ravelin/Client/RVLClient.mdb.new", "half a file");
+    std::string log;
     {
         auto other = test::OtherConnection(m_path);
         other.ExecuteScript("PRAGMA journal_mode = WAL; CREATE TABLE Old (A)");
-        std::filesystem::remove(HostFolder() / "ProgramData/Ravelin/Client/RVLClient.mdb");
-        MakeDatabase().InitializeDatabase();
+        log = test::ReadHostFile(HostFolder() / "ProgramData/Ravelin/Client/RVLClient.mdb-wal");
     }
+    std::filesystem::remove(HostFolder() / "ProgramData/Ravelin/Client/RVLClient.mdb");
+    WriteFile("ProgramData/Ravelin/Client/RVLClient.mdb-wal", log);
+    EXPECT_FALSE(log.empty());
+    MakeDatabase().InitializeDatabase();
     EXPECT_EQ(MakeDatabase().GetDatabaseVersion(), 1);
     EXPECT_EQ(test::ErrorOf([this] { MakeDatabase().OpenRecordset("Old"); }), 3075);
     EXPECT_EQ(m_fatalEnds, 0);

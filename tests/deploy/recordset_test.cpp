@@ -1,11 +1,13 @@
 #include "deploy/recordset.h"
 
-#include <csignal>
 #include <functional>
+#include <thread>
 
 #include "deploy/database.h"
 #include "deploy/database_texts.h"
+#include "platform/process.h"
 #include "tests/deploy/test_database.h"
+#include "tests/support/child_process.h"
 
 namespace rvl {
 namespace {
@@ -267,43 +269,43 @@ TEST_F(RecordsetTest, RefusesFilesThatAreNoDatabase) {
     EXPECT_FALSE(std::filesystem::exists(HostFolder() / "missing.mdb"));
 }
 
+const Text kDatabase = "C:\\test\\a.mdb";
+
+/// Not a test: a process that is killed.
+TEST(RecordsetChild, DISABLED_DeletesARow) {
+    Database database(kDatabase);
+    database.OpenRecordset("DeployedFrontendFiles")->Delete();
+    test::KillProcess(platform::ProcessId());
+}
+
 TEST_F(RecordsetTest, RowsSurviveAKilledProcess) {
+    AddFiles(3);
     m_database.reset();
-    const pid_t child = test::StartProcess([this] {
-        m_database = std::make_unique<Database>(Path("a.mdb"));
-        AddFiles(3);
-        Open("DeployedFrontendFiles")->Delete();
-        kill(getpid(), SIGKILL);
-    });
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(test::ChildProcess("RecordsetChild.DISABLED_DeletesARow").Wait(), test::ChildProcess::kKilled);
     m_database = std::make_unique<Database>(Path("a.mdb"));
     EXPECT_EQ(CountOf("DeployedFrontendFiles"), 2);
 }
 
+/// Not a test: a process that writes for a while.
+TEST(RecordsetChild, DISABLED_HoldsTheFile) {
+    auto connection = test::OtherConnection(kDatabase);
+    connection.Execute("PRAGMA journal_mode = WAL");
+    connection.Execute("BEGIN IMMEDIATE");
+    test::WriteHostFile(test::DriveC() + "/test/held", "");
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    connection.Execute("COMMIT");
+}
+
 TEST_F(RecordsetTest, WaitsForAnotherProcessButNotForEver) {
     m_database.reset();
-    int holds[2];
-    ASSERT_EQ(pipe(holds), 0);
-    const pid_t child = test::StartProcess([&] {
-        auto connection = test::OtherConnection(Path("a.mdb"));
-        connection.Execute("PRAGMA journal_mode = WAL");
-        connection.Execute("BEGIN IMMEDIATE");
-        if (write(holds[1], "x", 1) != 1) return;
-        usleep(400 * 1000);
-        connection.Execute("COMMIT");
-    });
-    char signal = 0;
-    ASSERT_EQ(read(holds[0], &signal, 1), 1);
+    test::ChildProcess child("RecordsetChild.DISABLED_HoldsTheFile");
+    ASSERT_TRUE(test::RunUntil([] { return std::filesystem::exists(HostFolder() / "held"); }));
     m_database = std::make_unique<Database>(Path("a.mdb"), std::chrono::milliseconds(20));
     EXPECT_EQ(ErrorOf([&] { AddFiles(1); }), 3050);
     m_database = std::make_unique<Database>(Path("a.mdb"));
     AddFiles(1);
     EXPECT_EQ(CountOf("DeployedFrontendFiles"), 1);
-    waitpid(child, nullptr, 0);
-    close(holds[0]);
-    close(holds[1]);
+    EXPECT_EQ(child.Wait(), 0);
 }
 
 TEST(Value, Converts) {

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "platform/error.h"
+#include "platform/system_message.h"
 #include "runtime/error_reporter.h"
 #include "runtime/folder_paths.h"
 #include "runtime/system_information.h"
-#include "tests/support/host_access.h"
+#include "tests/support/accounts.h"
+#include "tests/support/workstation.h"
+#include "util/text_functions.h"
 
 namespace rvl {
 namespace {
@@ -122,9 +125,11 @@ TEST_F(CommandsTest, Answers) {
 }
 
 TEST_F(CommandsTest, AccessRights) {
-    const Text missing = ":The system cannot find the file specified.", invalid = ":Invalid parameters";
+    const auto of = [](int code) {
+        return std::to_string(code) + ":" + StripTerminator(platform::SystemMessage(code));
+    };
+    const Text invalid = ":Invalid parameters", somebody = test::kSomebody;
     const Text unknown = ":Invalid parameter, unrecognised internal name: RVL-INTERNAL\\users";
-    const Text noAccount = ":No mapping between account names and security IDs was done.";
     const std::tuple<Text, std::vector<Text>, Text> rows[] = {
         {"ACL_REMOVE_ALL", {"C:\\f"}, "87" + invalid},
         {"ACL_REMOVE_ALL", {"C:\\f", ""}, "87" + invalid},
@@ -132,28 +137,23 @@ TEST_F(CommandsTest, AccessRights) {
         {"ACL_REMOVE_ALL", {"", "1"}, "87" + invalid},
         {"ACL_REMOVE_ALL", {"C:\\f", "0"}, ""},
         {"ACL_REMOVE_ALL", {"C:\\f", "5", "more"}, ""},
-        {"ACL_REMOVE_ALL", {"C:\\none", "5"}, "2" + missing},
-        {"ACL_ADD", {"C:\\f", "root"}, "87" + invalid},
-        {"ACL_ADD", {"C:\\f", "root", "0"}, "87" + invalid},
-        {"ACL_ADD", {"C:\\f", "root", "x"}, "87" + invalid},
+        {"ACL_REMOVE_ALL", {"C:\\none", "5"}, of(2)},
+        {"ACL_ADD", {"C:\\f", somebody}, "87" + invalid},
+        {"ACL_ADD", {"C:\\f", somebody, "0"}, "87" + invalid},
+        {"ACL_ADD", {"C:\\f", somebody, "x"}, "87" + invalid},
         {"ACL_ADD", {"C:\\f", "", "1"}, "87" + invalid},
         {"ACL_ADD", {"C:\\f", "RVL-INTERNAL\\users", "1"}, "87" + unknown},
-        {"ACL_ADD", {"C:\\f", "RVL-Internal\\Users", "1"}, ""},  // the host's group
-        {"ACL_ADD", {"C:\\f", "rvl\\nobody at all", "1"}, "1332" + noAccount},
+        {"ACL_ADD", {"C:\\f", "rvl\\nobody at all", "1"}, of(1332)},
         {"ACL_ADD", {"C:\\f", "RVL-INTERNAL\\everyOne", "1179785"}, ""},
         {"ACL_OWNER", {"C:\\f"}, "87" + invalid},
-        {"ACL_OWNER", {"", "root"}, "87" + invalid},
+        {"ACL_OWNER", {"", somebody}, "87" + invalid},
         {"ACL_OWNER", {"C:\\f", "RVL-INTERNAL\\users"}, "87" + unknown},
-        {"ACL_OWNER", {"C:\\none", "RVL-INTERNAL\\ADMINISTRATORS"}, "2" + missing},
-        {"ACL_OWNER",
-         {"C:\\none", "RVL-INTERNAL\\everyone"},
-         "1307:This security ID may not be assigned as the owner of this object."},
-        {"ACL_OWNER", {"C:\\none", "RVL-INTERNAL\\system"}, "2" + missing}};
+        {"ACL_OWNER", {"C:\\none", "RVL-INTERNAL\\ADMINISTRATORS"}, of(2)},
+        {"ACL_OWNER", {"C:\\none", "RVL-INTERNAL\\everyone"}, of(1307)},
+        {"ACL_OWNER", {"C:\\none", "RVL-INTERNAL\\system"}, of(2)}};
     test::WriteHostFile(test::DriveC() + "/f", "x");
     for (const auto& [command, params, error] : rows)
         EXPECT_EQ(Answer(command, JoinParameters(params)), Expected(command, params, error));
-    const std::string access = "user::rw- group::r-- group:users:r-- mask::r-- other::r-- ";
-    EXPECT_TRUE(test::AccessOf(test::DriveC() + "/f").starts_with(access));
     for (const char* line : {"Administrators group is Administrators", "Everyone group is Everyone",
                              "Local System users is SYSTEM"})
         EXPECT_TRUE(test::Logged(line)) << line;

@@ -88,7 +88,7 @@ TEST_F(ShellLinkClassTest, FailuresAreReportedAndRaised) {
         EXPECT_EQ(reported.lines, std::vector{line});
     }
     EXPECT_EQ(link.Target() + link.SavedPath(), "C:\\bin\\t.exeC:\\good.lnk");
-    EXPECT_EQ(cShellLink::WinApiError(193), "%1 is not a valid Win32 application.");
+    EXPECT_NE(cShellLink::WinApiError(193).find("%1"), Text::npos);  // nothing is filled in
     EXPECT_EQ(cShellLink::GetFullPath("C:\\a\\..\\b"), "C:\\b");
 }
 

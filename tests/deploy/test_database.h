@@ -1,8 +1,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -10,7 +8,7 @@
 
 #include "platform/error.h"
 #include "platform/sqlite.h"
-#include "tests/temporary_root.h"
+#include "tests/support/workstation.h"
 
 namespace rvl::test {
 
@@ -20,7 +18,7 @@ class FolderTest : public ::testing::Test {
     FolderTest() { std::filesystem::create_directories(HostFolder()); }
     ~FolderTest() override { std::filesystem::remove_all(HostFolder()); }
 
-    static std::filesystem::path HostFolder() { return g_temporaryRoot.Folder() / "drive_c/test"; }
+    static std::filesystem::path HostFolder() { return HostFile("C:\\test"); }
     static Text Path(const Text& name) { return "C:\\test\\" + name; }
 
     static void WriteFile(const std::string& name, const std::string& content) {
@@ -54,15 +52,6 @@ std::int32_t ErrorOf(Action action) {
         return error.Number();
     }
     return 0;
-}
-
-/// Runs an action in a process of its own, which ends when the action does.
-template <class Action>
-pid_t StartProcess(Action action) {
-    const pid_t child = fork();
-    if (child != 0) return child;
-    action();
-    _exit(0);
 }
 
 }  // namespace rvl::test

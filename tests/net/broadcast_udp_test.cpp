@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/error.h"
+#include "platform/socket_endpoint.h"
 #include "tests/support/loopback.h"
 #include "tests/support/private_network.h"
 #include "tests/support/virtual_clock.h"
@@ -27,6 +28,16 @@ class BroadcastTest : public test::PrivateNetworkTest {
         receiver.socket->SetProtocol(1);
         receiver.socket->Bind(0, "");
         receiver.sink.on["DataReceived"] = [this] { senders += receiver.socket->RemoteIP() + " "; };
+    }
+
+    /// Sockets of several addresses have the same port, as they have on every system.
+    void SkipWithoutSharedPorts() {
+        platform::SocketEndpoint first, second;
+        platform::Ipv4Endpoint one{*ParseDotted("127.0.0.1"), 0}, two{*ParseDotted("127.0.0.2"), 0};
+        ASSERT_EQ(
+            first.Open(platform::Protocol::Udp) + first.Bind(one) + second.Open(platform::Protocol::Udp), 0);
+        first.LocalPort(two.port);
+        if (second.Bind(two) != 0) GTEST_SKIP() << "Wine lets only one address have a UDP port";
     }
 
     Text SendersOfBroadcast() {
@@ -55,6 +66,8 @@ TEST_F(BroadcastTest, InterfaceEntries) {
 }
 
 TEST_F(BroadcastTest, OneCopyThroughEveryUsableInterface) {
+    SkipWithoutSharedPorts();
+    if (IsSkipped()) return;
     ASSERT_TRUE(broadcast.Init(0, kInterval));
     const std::uint16_t port = broadcast.Port();
     broadcast.Shutdown();
@@ -76,6 +89,8 @@ TEST_F(BroadcastTest, OneCopyThroughEveryUsableInterface) {
 }
 
 TEST_F(BroadcastTest, RepliesGoWhereTheNetworkHasNoOtherBit) {
+    SkipWithoutSharedPorts();
+    if (IsSkipped()) return;
     table = {Row("127.0.0.1", "255.0.0.0"), Row("127.1.2.3", "255.255.0.0")};
     ASSERT_TRUE(broadcast.Init(0, kInterval));
     for (const char* host :
@@ -88,6 +103,8 @@ TEST_F(BroadcastTest, RepliesGoWhereTheNetworkHasNoOtherBit) {
 }
 
 TEST_F(BroadcastTest, ChangedInterfacesGetNewSocketsOnTheSamePort) {
+    SkipWithoutSharedPorts();
+    if (IsSkipped()) return;
     ASSERT_TRUE(broadcast.Init(0, kInterval));
     const std::uint16_t port = broadcast.Port();
     const std::pair<std::function<void()>, Text> rows[] = {

@@ -136,24 +136,27 @@ TEST_F(SocketTest, AHandlerMayThrowResetOrDrop) {
 }
 
 TEST_F(SocketTest, ASendThatWouldBlockResumesAndCompletesOnce) {
-    ClosedPort peer;
-    listen(peer.descriptor, 1);
-    client.socket->Connect("127.0.0.1", peer.Port());
+    platform::SocketEndpoint listener, connection;
+    platform::Ipv4Endpoint own{ParseDotted("127.0.0.1").value(), 0}, remote;
+    ASSERT_EQ(listener.Open(platform::Protocol::Tcp) + listener.Bind(own) + listener.Listen(1), 0);
+    listener.LocalPort(own.port);
+    client.socket->Connect("127.0.0.1", own.port);
     ASSERT_TRUE(RunUntil([&] { return client.sink.Has("3 Connected|"); }));
-    const int connection = accept(peer.descriptor, nullptr, nullptr);
+    ASSERT_EQ(connection.Accept(listener.Handle(), remote), 0);
     client.socket->SendData(NumberedBytes(20000000));
     Settle();
     EXPECT_FALSE(client.sink.Has("SendComplete"));  // nobody reads
     client.socket->SendData("tail");
     Text received, buffer(65536, '\0');
     const auto readAll = [&] {
-        const ssize_t count = recv(connection, buffer.data(), buffer.size(), MSG_DONTWAIT);
-        received.append(buffer, 0, count > 0 ? static_cast<std::size_t>(count) : 0);
+        std::size_t count = 0;
+        while (connection.Receive(buffer.data(), buffer.size(), count) == 0 && count > 0)
+            received.append(buffer, 0, count);
         return received.size() == 20000004;
     };
     EXPECT_TRUE(RunUntil(readAll, 30000));
     Settle();
-    close(connection);
+    connection.Close();
     EXPECT_TRUE(received == NumberedBytes(20000000) + "tail");
     EXPECT_EQ(client.sink.trace.find("SendComplete|"),
               client.sink.trace.size() - 13);  // exactly one, at the end

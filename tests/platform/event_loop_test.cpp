@@ -1,11 +1,11 @@
 #include "platform/event_loop.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
 
 #include "platform/error.h"
 #include "platform/socket_endpoint.h"
 #include "tests/support/workstation.h"
+#include "util/ipv4.h"
 
 namespace rvl::platform {
 namespace {
@@ -39,7 +39,7 @@ void WakeUpRuns(const Handler& handler) {
 
 void SocketRuns(const Handler& handler) {
     static SocketEndpoint endpoint;
-    Ipv4Endpoint own{htonl(INADDR_LOOPBACK), 0};
+    Ipv4Endpoint own{ParseDotted("127.0.0.1").value(), 0};
     endpoint.Open(Protocol::Udp);
     endpoint.Bind(own);
     endpoint.LocalPort(own.port);

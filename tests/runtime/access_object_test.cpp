@@ -21,12 +21,13 @@ TEST(AccessObject, TheLibraryTellsOfTheRunningAccess) {
     Text problem;
     State().Tools = platform::DynamicLibrary::Load(RVL_TOOLS_LIBRARY, problem);
     ASSERT_TRUE(State().Tools) << problem;
-    EXPECT_FALSE(GetAccessObjectByHwnd(1));  // no display
+    EXPECT_FALSE(GetAccessObjectByHwnd(1));
     const test::VirtualDisplay display;
     const test::RunningMsaccess access;
     const platform::WindowHandle window = access.Window();
+    platform::AskToRegister(window);
+    ASSERT_TRUE(test::RunUntil([&] { return GetAccessObjectByHwnd(window).has_value(); }));
     const auto object = GetAccessObjectByHwnd(window);
-    ASSERT_TRUE(object);
     EXPECT_EQ(object->version + "|" + object->build + "|" + object->currentProject.value_or("none"),
               "11.0|8166|C:\\fe\\orders.mdb");
     test::OrderMsaccess(window, "close database");

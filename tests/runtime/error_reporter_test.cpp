@@ -15,15 +15,11 @@ using test::Logged;
 
 class ErrorReporterTest : public testing::Test {
  protected:
-    ErrorReporterTest() {
-        InstallErrorSink(&reporter);
-        setenv("PATH", "/nonexistent", 1);  // no browser is opened
-    }
+    ErrorReporterTest() { InstallErrorSink(&reporter); }
     ~ErrorReporterTest() override {
         static ErrorReporter standard;
         InstallErrorSink(&standard);
         State().ServiceMode = State().SuppressErrorDialog = false;
-        setenv("PATH", path.c_str(), 1);
     }
 
     void Report() { reporter.ReportError("Util.Do", {11, "DAO", "Division", {}, 0, 120}, false); }
@@ -33,7 +29,7 @@ class ErrorReporterTest : public testing::Test {
         Report();
     }
 
-    std::string path = std::getenv("PATH");
+    const test::WithoutBrowser withoutBrowser;
     ErrorReporter reporter;
     test::FakeDialogs dialogs;
 };

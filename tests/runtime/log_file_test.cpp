@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <regex>
 
-#include "platform/posix/host_path.h"
 #include "platform/process.h"
 #include "runtime/process_state.h"
+#include "tests/support/child_process.h"
 #include "tests/support/workstation.h"
 
 namespace rvl {
@@ -17,13 +17,12 @@ using test::LogContent;
 
 const Text kNul(1, '\0');
 
-std::string LogHostPath() {
-    return platform::HostPath(LogPath());
+std::filesystem::path LogHostPath() {
+    return test::HostFile(LogPath());
 }
 
 TEST(LogFile, LineLayout) {
-    EXPECT_EQ(LogHostPath(),
-              std::filesystem::read_symlink("/proc/self/exe").replace_extension(".log").string());
+    EXPECT_EQ(LogHostPath(), test::HostFile(test::ThisProgram()).replace_extension(".log"));
     const Text text = "text \xE9\r\nsecond" + kNul + "line",
                process = std::to_string(platform::ProcessId()) + "] ";
     test::ClearLog();

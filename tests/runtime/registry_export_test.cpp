@@ -51,13 +51,14 @@ TEST(cRegistry, ExportsEveryType) {
 
 TEST(cRegistry, AnExportThatFailsLeavesNothing) {
     test::EmptyDriveC();
-    test::WriteHostFile(test::DriveC() + "/folder/file", "");
+    test::WriteHostFile(test::DriveC() + "/export/folder/file", "");
     const cRegistry there = At(LocalMachine, "Software\\There");
     there.CreateKey();
     EXPECT_TRUE(test::ErrorOf([] { At(LocalMachine, "None").ExportReg("C:\\x.reg"); }).starts_with("2 "));
     EXPECT_TRUE(test::ErrorOf([&] { there.ExportReg("C:\\none\\x.reg"); }).starts_with("3 "));
-    EXPECT_NE(test::ErrorOf([&] { there.ExportReg("C:\\folder"); }), "");  // complete, but has no name to get
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(test::DriveC()), {}), 1);
+    EXPECT_NE(test::ErrorOf([&] { there.ExportReg("C:\\export\\folder"); }),
+              "");  // complete, but has no name to get
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(test::DriveC() + "/export"), {}), 1);
 }
 
 TEST(cRegistry, AssociatesDocuments) {

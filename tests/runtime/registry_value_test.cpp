@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/error.h"
-#include "tests/temporary_root.h"
+#include "tests/support/workstation.h"
 
 namespace rvl {
 namespace {
@@ -44,10 +44,11 @@ TEST(cRegistry, ReadsAndWritesAsItsType) {
 }
 
 TEST(cRegistry, ExpandsTheTextsThatAreExpandable) {
-    setenv("RVL_TEST_ONE", "one %RVL_TEST_TWO%", 1);
-    setenv("rvl_test_two", "2", 1);
-    setenv("RVL_TEST_EMPTY", "", 1);
-    setenv("RVL_TEST_WIDE", "\xE2\x82\xAC", 1);
+    for (const auto& [name, text] : {std::pair{"RVL_TEST_ONE", "one %RVL_TEST_TWO%"},
+                                     {"rvl_test_two", "2"},
+                                     {"RVL_TEST_EMPTY", ""},
+                                     {"RVL_TEST_WIDE", "\xE2\x82\xAC"}})
+        test::SetEnvironment(name, text);
     const std::pair<Text, Text> rows[] = {{"%RVL_TEST_ONE%\\x", "one %RVL_TEST_TWO%\\x"},
                                           {"%Rvl_Test_Two%%RVL_TEST_EMPTY%3", "23"},
                                           {"a%RVL_TEST_NONE%rvl_test_two%%", "a%RVL_TEST_NONE2%"},

@@ -2,65 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/sqlite.h"
-#include "runtime/registry_value.h"
-#include "tests/support/workstation.h"
-#include "util/text_functions.h"
+#include "tests/runtime/window_position_fakes.h"
 
 namespace rvl {
 namespace {
 
-constexpr const char* kSection = "Client\\WindowPos";
-constexpr const char* kSplitter = "Advanced Splitter";
-constexpr const char* kNames[] = {"Left", "Top", "Width", "Height", "Maximized", kSplitter};
-
-cRegistry Value(const Text& name) {
-    cRegistry value;
-    value.ClassKey = platform::RegistryRoot::CurrentUser;
-    value.SectionKey = "Software\\Ravelin\\Client\\WindowPos";
-    value.ValueKey = name;
-    return value;
-}
-
-/// The values in the order of kNames, between commas; "-" for one that is not there.
-void Store(const Text& values) {
-    Value("").DeleteKey();
-    const char* const* name = kNames;
-    for (const TextView text : SplitAt(values, ",")) {
-        if (text != "-") Value(*name).SetValue(Text(text));
-        ++name;
-    }
-}
-
-Text Stored() {
-    Text values;
-    for (const char* name : kNames)
-        if (const auto value = platform::ReadRegistry(Value("").ClassKey, Value("").SectionKey, name))
-            values += std::get<Text>(*value) + ",";
-    return values;
-}
-
-/// On a screen of 1001 x 800 with another one to the left of it.
-struct FakeWindow : PlacedWindow, PositionedSplitter {
-    PixelRectangle rectangle{5, 5, 300, 200};
-    bool maximized = false;
-    std::int32_t position = 77;
-
-    PixelRectangle NormalRectangle() const override { return rectangle; }
-    void SetNormalRectangle(const PixelRectangle& wanted) override { rectangle = wanted; }
-    bool IsMaximized() const override { return maximized; }
-    void Maximize() override { maximized = true; }
-    std::vector<PixelRectangle> Screens() const override { return {{0, 0, 1001, 800}, {-500, 0, 500, 800}}; }
-    std::int32_t Position() const override { return position; }
-    void SetPosition(std::int32_t wanted) override { position = wanted; }
-
-    Text State() const {
-        Text state;
-        for (const auto number : {rectangle.left, rectangle.top, rectangle.width, rectangle.height, position})
-            state += NumberText(number) + " ";
-        return state + (maximized ? "max" : "");
-    }
-};
+using namespace test;
 
 TEST(WindowPositions, Load) {
     const std::tuple<const char*, bool, const char*, bool> rows[] = {
@@ -95,24 +42,6 @@ TEST(WindowPositions, Save) {
     SaveWindowPos(window, kSection);
     SaveSplitterPos(window, kSection, kSplitter);
     EXPECT_EQ(Stored(), "-3,4,500,600,True,77,");
-}
-
-/// A registry without its table stands for one that is broken.
-TEST(WindowPositions, AnErrorIsReportedAndLeavesTheWindow) {
-    Store("10,20,400,100,1,120");
-    platform::SqliteConnection store(test::Root() + "/registry.db", platform::SqliteConnection::Missing::Fail,
-                                     std::chrono::seconds(5));
-    store.Execute("ALTER TABLE RegistryValues RENAME TO Away");
-    FakeWindow window;
-    EXPECT_FALSE(LoadWindowPos(window, kSection));
-    SaveWindowPos(window, kSection);
-    LoadSplitterPos(window, kSection, kSplitter);
-    SaveSplitterPos(window, kSection, kSplitter);
-    store.Execute("ALTER TABLE Away RENAME TO RegistryValues");
-    EXPECT_EQ(window.State(), "5 5 300 200 77 ");
-    for (const char* name : {"Util.LoadWindowPos", "Util.SaveWindowPos", "RegistrySettings.LoadSplitterPos",
-                             "RegistrySettings.SaveSplitterPos"})
-        EXPECT_NE(test::LogContent().find(name), std::string::npos) << name;
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ using test::LoginOf;
 
 class ClientConnTest : public test::HubTest {
  protected:
-    ClientConnTest() { std::filesystem::remove_all(test::DriveC() + "/Program Files"); }
+    ClientConnTest() { std::filesystem::remove_all(test::DriveC() + "/Program Files/Microsoft Office"); }
 };
 
 TEST_F(ClientConnTest, Logins) {

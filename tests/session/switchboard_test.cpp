@@ -8,6 +8,7 @@
 #include "session/release_date.h"
 #include "session/tab_keys.h"
 #include "tests/session/switchboard_fakes.h"
+#include "tests/support/child_process.h"
 #include "tests/support/fake_dialogs.h"
 #include "tests/support/workstation.h"
 
@@ -16,10 +17,14 @@ namespace {
 
 using test::Logged;
 
+std::string HelpersWord() {
+    return test::DriveC() + "/helper";
+}
+
 /// A helper that is started here is this very program: it leaves word and ends.
 const bool g_noHelper = [] {
-    if (!test::ReadHostFile("/proc/self/cmdline").ends_with(Text("\0-service_helper\0", 17))) return true;
-    test::WriteHostFile(test::Root() + "/helper", "started");
+    if (!test::StartedAs().ends_with(" -service_helper")) return true;
+    test::WriteHostFile(HelpersWord(), "started");
     std::_Exit(0);
 }();
 
@@ -214,12 +219,12 @@ TEST_F(SwitchboardTest, MessageBoxesLetOtherMessagesIn) {
 }
 
 TEST_F(SwitchboardTest, StartsTheHelperWithoutTheDebugMarker) {
-    setenv("RVL_TEST_CHILD", "1", 1);  // it shares our root
+    test::SetEnvironment("RVL_TEST_CHILD", "1");  // it shares our workstation
     State().DebugMode = true;
     Hear("START_HELPER");
-    EXPECT_TRUE(test::RunUntil([] { return test::ReadHostFile(test::Root() + "/helper") == "started"; }));
+    EXPECT_TRUE(test::RunUntil([] { return test::ReadHostFile(HelpersWord()) == "started"; }));
     EXPECT_TRUE(Logged("Service requested the helper be started"));
-    unsetenv("RVL_TEST_CHILD");
+    test::UnsetEnvironment("RVL_TEST_CHILD");
 }
 
 TEST_F(SwitchboardTest, WithoutAWaitingProcessItGoesOn) {

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <arpa/inet.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <functional>
 #include <map>
@@ -14,7 +10,9 @@
 #include "net/frame_reader.h"
 #include "net/socket.h"
 #include "platform/event_loop.h"
+#include "platform/socket_endpoint.h"
 #include "tests/support/workstation.h"
+#include "util/ipv4.h"
 
 namespace rvl::test {
 
@@ -120,19 +118,20 @@ struct Peer {
 };
 
 /// A port of 127.0.0.1 at which nobody listens, for as long as it lives.
-struct ClosedPort {
-    int descriptor = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-
+class ClosedPort {
+ public:
     ClosedPort() {
-        socklen_t size = sizeof address;
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        bind(descriptor, reinterpret_cast<sockaddr*>(&address), size);
-        getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size);
+        m_endpoint.Open(platform::Protocol::Tcp);
+        m_endpoint.Bind({ParseDotted("127.0.0.1").value(), 0});
     }
-    ~ClosedPort() { close(descriptor); }
-    std::uint16_t Port() const { return ntohs(address.sin_port); }
+    std::uint16_t Port() const {
+        std::uint16_t port = 0;
+        m_endpoint.LocalPort(port);
+        return port;
+    }
+
+ private:
+    platform::SocketEndpoint m_endpoint;
 };
 
 /// Lets everything that is on its way arrive.

@@ -1,33 +1,30 @@
 #pragma once
 
-#include <sched.h>
-#include <sys/mount.h>
-
+#include <cstdint>
 #include <string>
 
 namespace rvl::test {
 
-/// Mounts that only this test process sees. Not granted where the system does not let it have them.
+/// Obstacles of the file system that only this test meets. On Linux they are mounts that only this process
+/// sees, and are not granted where the system does not let it have them.
 class PrivateMounts {
  public:
-    bool Granted() const { return m_granted; }
+    PrivateMounts();
+    ~PrivateMounts();
+    PrivateMounts(const PrivateMounts&) = delete;
+    PrivateMounts& operator=(const PrivateMounts&) = delete;
 
-    bool MountDisk(const std::string& folder, const std::string& size) const {
-        return mount("tmpfs", folder.c_str(), "tmpfs", 0, ("size=" + size).c_str()) == 0;
-    }
+    /// False where there is no such disk to be had. Wine has none but the host's.
+    bool MountDisk(const std::string& folder, const std::string& size);
 
-    /// Makes the file one that can be neither deleted nor replaced.
-    bool Hold(const std::string& file) const {
-        return mount(file.c_str(), file.c_str(), nullptr, MS_BIND, nullptr) == 0;
-    }
+    /// Makes the file one that can be neither deleted nor replaced; false where that is not granted.
+    bool Hold(const std::string& file);
 
-    void Unmount(const std::string& path) const {
-        if (m_granted) umount2(path.c_str(), MNT_DETACH);
-    }
+    /// Ends either.
+    void Unmount(const std::string& path);
 
  private:
-    bool m_granted =
-        unshare(CLONE_NEWNS) == 0 && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    std::intptr_t m_held = 0;
 };
 
 }  // namespace rvl::test

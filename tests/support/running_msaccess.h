@@ -1,9 +1,10 @@
 #pragma once
 
-#include <csignal>
 #include <memory>
+#include <stdexcept>
 
 #include "platform/started_process.h"
+#include "tests/support/child_process.h"
 #include "tests/support/virtual_display.h"
 #include "tests/support/workstation.h"
 
@@ -21,7 +22,7 @@ class RunningMsaccess {
     }
     ~RunningMsaccess() {
         if (!process) return;
-        kill(static_cast<pid_t>(process->ProcessId()), SIGKILL);
+        KillProcess(process->ProcessId());
         Ended();
     }
     RunningMsaccess(const RunningMsaccess&) = delete;
@@ -43,13 +44,13 @@ class RunningMsaccess {
     std::unique_ptr<platform::StartedProcess> process;
 };
 
-/// What xprop prints; the arguments are as a shell reads them.
-inline std::string Xprop(platform::WindowHandle window, const std::string& arguments) {
-    return OutputOf("xprop -id " + std::to_string(window) + " " + arguments);
-}
+/// What it ends with when it is told to quit or is ended.
+extern const std::uint32_t kExitCodeOfQuit, kExitCodeOfKill;
 
-inline void OrderMsaccess(platform::WindowHandle window, const std::string& order) {
-    Xprop(window, "-f MSACCESS_COMMAND 8u -set MSACCESS_COMMAND '" + order + "'");
-}
+/// How many of the ways to end a program it ignores while it hangs.
+extern const int kHangIgnores;
+
+/// Gives it an order, in UTF-8, while it runs.
+void OrderMsaccess(platform::WindowHandle window, const std::string& order);
 
 }  // namespace rvl::test

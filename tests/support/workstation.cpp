@@ -1,44 +1,35 @@
 #include "tests/support/workstation.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/file.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "platform/error.h"
 #include "platform/event_loop.h"
-#include "platform/posix/host_path.h"
 #include "runtime/error_reporter.h"
 #include "runtime/log_file.h"
-#include "tests/temporary_root.h"
+#include "tests/support/child_process.h"
+#include "tests/support/test_program.h"
 
 namespace rvl::test {
 namespace {
 
-/// A test program started by another one shares its root and its log.
-bool IsChild() {
-    return std::getenv("RVL_TEST_CHILD") != nullptr;
-}
-
-/// One root and one error reporter per test process, as the program has them. The tests of one program share
-/// the log beside it: one process at a time has it, until it ends.
+/// One error reporter per test process, as the program has it. A child shares the log of the process that has
+/// started it.
 class WorkstationEnvironment : public testing::Environment {
  public:
     void SetUp() override {
         InstallErrorSink(&m_reporter);
-        if (IsChild()) return;
-        flock(open("/proc/self/exe", O_RDONLY | O_CLOEXEC), LOCK_EX);
+        if (ChildProcess::IsOne()) return;
+        ClaimWorkstation();
         ClearLog();
     }
 
     void TearDown() override {
         InstallErrorSink(nullptr);
-        if (!IsChild()) ClearLog();
+        if (!ChildProcess::IsOne()) ClearLog();
     }
 
  private:
@@ -50,32 +41,18 @@ const testing::Environment* const g_environment =
 
 }  // namespace
 
-const std::string& Root() {
-    static const std::string path = std::getenv("RVL_ROOT");  // set by tests/temporary_root.h
-    return path;
-}
-
-std::string DriveC() {
-    return Root() + "/drive_c";
-}
-
-void EmptyDriveC() {
-    std::filesystem::remove_all(DriveC());
-    std::filesystem::create_directory(DriveC());
-}
-
-std::string ReadHostFile(const std::string& path) {
+std::string ReadHostFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-void WriteHostFile(const std::string& path, std::string_view content) {
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+void WriteHostFile(const std::filesystem::path& path, std::string_view content) {
+    std::filesystem::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary) << content;
 }
 
 std::string LogContent() {
-    return ReadHostFile(platform::HostPath(LogPath()));
+    return ReadHostFile(HostFile(LogPath()));
 }
 
 bool Logged(const Text& entry) {
@@ -83,7 +60,7 @@ bool Logged(const Text& entry) {
 }
 
 void ClearLog() {
-    std::filesystem::remove_all(platform::HostPath(LogPath()));
+    std::filesystem::remove_all(HostFile(LogPath()));
 }
 
 Text ErrorOf(const std::function<void()>& act) {

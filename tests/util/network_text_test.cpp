@@ -66,9 +66,9 @@ TEST(SocketErrors, Texts) {
 }
 
 TEST(ErrorText, OtherNumbersAreTheSystems) {
-    EXPECT_EQ(GetErrorString(2), "The system cannot find the file specified.");
-    EXPECT_EQ(GetErrorString(1072), "The specified service has been marked for deletion.");
     EXPECT_EQ(GetErrorString(-1), "");
+    EXPECT_TRUE(GetErrorString(2).ends_with("."));
+    EXPECT_TRUE(platform::SystemMessage(2).starts_with(GetErrorString(2)));
     for (int number = 0; number < 3000; ++number) {
         EXPECT_LE(platform::SystemMessage(number).size(), 255u) << number;
         EXPECT_EQ(GetErrorString(number).find_first_of("\r\n"), Text::npos) << number;

@@ -5,7 +5,8 @@
 
 #include <filesystem>
 
-#include "tests/support/host_access.h"
+#include "tests/support/posix/host_access.h"
+#include "tests/support/workstation.h"
 
 namespace rvl::platform {
 namespace {

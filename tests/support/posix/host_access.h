@@ -2,23 +2,19 @@
 
 #include <sys/stat.h>
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
-#include "tests/support/workstation.h"
+#include "tests/support/host_shell.h"
+#include "tests/support/posix/workstation.h"
 
 namespace rvl::test {
 
 /// The access list of a file as getfacl shows it, then its owner and group as stat does, on one line.
 inline std::string AccessOf(const std::string& path) {
-    const std::string command = "{ getfacl -cpE '" + path + "'; stat -c %U:%G '" + path + "'; } | xargs";
-    FILE* output = popen(command.c_str(), "r");
-    std::array<char, 1024> line{};
-    const std::size_t size = fread(line.data(), 1, line.size(), output);
-    pclose(output);
-    return {line.data(), size > 0 ? size - 1 : 0};
+    const std::string line =
+        OutputOf("{ getfacl -cpE '" + path + "'; stat -c %U:%G '" + path + "'; } | xargs");
+    return line.substr(0, line.find('\n'));
 }
 
 /// True when the user's shell succeeds with a command in the folder; needs root.
