@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "platform/text.h"
 
@@ -9,6 +10,10 @@ namespace rvl::platform {
 /// The argument text after the program name; call once from main, before anything reads CommandLine.
 void SetCommandLine(int argc, const char* const* argv);
 Text CommandLine();
+
+/// The words after the program name, for programs that take them one by one. A character above 255 raises
+/// "Conversion would cause data loss".
+std::vector<Text> ProgramWords(int argc, const char* const* argv);
 
 Text ExecutablePath();  ///< full path of the running executable
 std::uint32_t ProcessId();

@@ -9,6 +9,7 @@
 
 #include "platform/error.h"
 #include "platform/latin1_case.h"
+#include "platform/process.h"
 #include "platform/registry.h"
 
 namespace {
@@ -149,9 +150,7 @@ int Run(const Text& name, const Arguments& arguments) {
 
 int main(int argc, char** argv) {
     try {
-        Arguments arguments;
-        for (int index = 1; index < argc; ++index)
-            arguments.push_back(TextFromUtf8(argv[index]));
+        const Arguments arguments = platform::ProgramWords(argc, argv);
         if (arguments.empty()) throw WrongUsage();
         const int status = Run(arguments[0], {arguments.begin() + 1, arguments.end()});
         return std::fflush(stdout) == 0 ? status : kFailed;

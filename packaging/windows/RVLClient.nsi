@@ -4,8 +4,8 @@
 ; - The new files are whole on the disk before the service stops, and each takes its place in one move.
 ; - When the new service does not start, or does not go on running, the previous files and their service come back, also
 ;   the service of another copy of the program.
-; - A silent run leaves a program of the same or a newer version alone as long as its service runs or can be started: the
-;   server may have updated it since, and a start script may run the setup again and again. /FORCE replaces it.
+; - A silent run leaves a program of the same or a newer version alone as long as its service runs or can be started:
+;   the server may have updated it since, and a start script may run the setup again and again. /FORCE replaces it.
 ;
 ; What an uninstall leaves is what an administrator wants back after installing anew: the database with its settings and
 ; with the front ends of every user, and these front ends themselves. /PURGE removes the data folder and the front ends
@@ -59,10 +59,8 @@ VIAddVersionKey ProductVersion ${PROGRAM_1}.${PROGRAM_2}.${PROGRAM_3}.${PROGRAM_
 !define MUI_ICON "${ICONS}/application.ico"
 !define MUI_UNICON "${ICONS}/application.ico"
 !define MUI_ABORTWARNING
-!insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
-!insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
@@ -151,14 +149,6 @@ Function WaitForSelfUpdate
     ClearErrors
 FunctionEnd
 
-; The program that is registered as the service, empty when there is none, in $0.
-Function ReadServiceProgram
-    ReadRegStr $0 HKLM "SYSTEM\CurrentControlSet\Services\${SERVICE}" ImagePath
-    System::Call 'shlwapi::PathRemoveArgsW(w r0 r0)'
-    System::Call 'shlwapi::PathUnquoteSpacesW(w r0 r0)'
-    ClearErrors
-FunctionEnd
-
 Function FindPreviousProgram
     StrCpy $PreviousProgram ""
     Call ReadServiceProgram
@@ -219,6 +209,8 @@ Function GoBack
         !insertmacro ForEachFile RemoveFile
     ${EndIf}
     Call RemoveWorkFolders
+    SetOutPath $TEMP
+    RMDir "$INSTDIR" ; unless it is in use
     StrCpy $Program $PreviousProgram
     Call InstallService
     ${If} $4 = 1
@@ -317,9 +309,9 @@ Function un.DeleteOurRunEntry
 FunctionEnd
 
 Function un.RemoveService
+    Call un.StopService
     nsExec::Exec /TIMEOUT=120000 '"$INSTDIR\${PROGRAM}" -remove-silent'
     Pop $0
-    Call un.EndProcesses
     Call un.QueryService
     ${If} $ServiceState <> ${SERVICE_MISSING}
         Call un.DeleteService
@@ -328,6 +320,11 @@ Function un.RemoveService
     ${If} $ServiceState <> ${SERVICE_MISSING}
         ${Fail} ${EXIT_NOTHING_DONE} "The service cannot be removed. ${TITLE} stays installed."
     ${EndIf}
+    DeleteRegKey HKLM "${EVENT_KEY}"
+    DeleteRegValue HKLM "${CLIENT_KEY}" Updating
+    DeleteRegValue HKLM "${CLIENT_KEY}" TempBinaryPath
+    DeleteRegKey /ifempty HKLM "${CLIENT_KEY}"
+    DeleteRegKey /ifempty HKLM "SOFTWARE\Ravelin"
 FunctionEnd
 
 ; Links to other places, which users may make in the data folder, are removed and not followed.
@@ -357,15 +354,15 @@ FunctionEnd
 
 Section Uninstall
     ${Say} "Uninstalling from $INSTDIR"
-    Call un.StopService
+    Call un.ReadServiceProgram
+    ${If} $0 == ""
+    ${OrIf} $0 == "$INSTDIR\${PROGRAM}"
+        Call un.RemoveService
+    ${Else}
+        ${Say} "The service is that of $0: it stays"
+    ${EndIf}
     Call un.EndProcesses
-    Call un.RemoveService
     Call un.DeleteOurRunEntry
-    DeleteRegKey HKLM "${EVENT_KEY}"
-    DeleteRegValue HKLM "${CLIENT_KEY}" Updating
-    DeleteRegValue HKLM "${CLIENT_KEY}" TempBinaryPath
-    DeleteRegKey /ifempty HKLM "${CLIENT_KEY}"
-    DeleteRegKey /ifempty HKLM "SOFTWARE\Ravelin"
     Call un.RemoveFiles
     ${GetParameters} $0
     ClearErrors

@@ -48,6 +48,13 @@ void SetCommandLine(int argc, const char* const* argv) {
     }
 }
 
+std::vector<Text> ProgramWords(int argc, const char* const* argv) {
+    std::vector<Text> words;
+    for (int index = 1; index < argc; ++index)
+        words.push_back(TextFromUtf8(argv[index]));
+    return words;
+}
+
 Text CommandLine() {
     return CommandLineText();
 }

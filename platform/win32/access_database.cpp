@@ -2,9 +2,6 @@
 
 #include <windows.h>
 
-#include <array>
-#include <chrono>
-
 #include "platform/win32/ask_on_thread.h"
 #include "platform/win32/automation.h"
 #include "platform/win32/wide.h"
@@ -64,9 +61,9 @@ Text AskEngines(const std::wstring& path) {
 }  // namespace
 
 Text DatabaseAccessVersion(const Text& path) {
-    constexpr std::chrono::seconds kPatience{5};
-    auto version = AskOnThread([path = Wide(path)] { return AskEngines(path); });
-    return version.wait_for(kPatience) == std::future_status::ready ? version.get() : "";
+    constexpr DWORD kPatience = 5000;
+    const Question<Text> version([path = Wide(path)] { return AskEngines(path); });
+    return version.Wait(kPatience).value_or("");
 }
 
 }  // namespace rvl::platform

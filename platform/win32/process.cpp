@@ -5,6 +5,8 @@
 #include <bcrypt.h>
 #include <shellapi.h>
 
+#include <memory>
+
 #include "platform/error.h"
 #include "platform/win32/argument_text.h"
 #include "platform/win32/com.h"
@@ -23,6 +25,17 @@ Text& CommandLineText() {
 /// The words that the start-up code cut out of it have lost their quotes.
 void SetCommandLine(int, const char* const*) {
     CommandLineText() = ArgumentText(GetCommandLineW());
+}
+
+/// Those that main gets are in the system's 8-bit character set.
+std::vector<Text> ProgramWords(int, const char* const*) {
+    int count = 0;
+    const std::unique_ptr<wchar_t*, HLOCAL(WINAPI*)(HLOCAL)> arguments(
+        CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+    std::vector<Text> words;
+    for (int index = 1; arguments && index < count; ++index)
+        words.push_back(Narrow(arguments.get()[index]));
+    return words;
 }
 
 Text CommandLine() {

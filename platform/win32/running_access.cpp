@@ -1,6 +1,5 @@
 #include "platform/running_access.h"
 
-#include <chrono>
 #include <map>
 
 #include "platform/win32/access_application.h"
@@ -49,24 +48,21 @@ Answer Ask(HWND window) {
 struct Acquaintance {
     std::uint32_t processId = 0;
     std::optional<RunningAccess> said;
-    std::future<Answer> question;  ///< that it has not answered
+    std::optional<Question<Answer>> question;  ///< that it has not answered
 };
 
-bool IsAnswered(const std::future<Answer>& question, std::chrono::milliseconds patience) {
-    return question.wait_for(patience) == std::future_status::ready;
-}
-
 /// Nothing new is asked of one that owes an answer.
-void Question(HWND window, Acquaintance& access) {
-    std::chrono::milliseconds patience{0};
-    if (!access.question.valid()) {
+void AskAgain(HWND window, Acquaintance& access) {
+    DWORD patience = 0;
+    if (!access.question) {
         if (IsHungAppWindow(window)) return;
-        access.question = AskOnThread([window] { return Ask(window); });
-        patience = std::chrono::milliseconds(500);
+        access.question.emplace([window] { return Ask(window); });
+        patience = 500;
     }
-    if (!IsAnswered(access.question, patience)) return;
-    Answer answer = access.question.get();
-    if (!answer.busy) access.said = std::move(answer.access);
+    if (!access.question->IsOver(patience)) return;
+    std::optional<Answer> answer = access.question->Wait(0);
+    access.question.reset();
+    if (answer && !answer->busy) access.said = std::move(answer->access);
 }
 
 Acquaintance& AcquaintanceOf(WindowHandle window) {
@@ -84,7 +80,7 @@ Acquaintance& AcquaintanceOf(WindowHandle window) {
 std::optional<RunningAccess> FindRunningAccess(WindowHandle accessWindow) {
     if (!IsWindow(accessWindow)) return std::nullopt;
     Acquaintance& access = AcquaintanceOf(accessWindow);
-    Question(HwndOf(accessWindow), access);
+    AskAgain(HwndOf(accessWindow), access);
     return access.said;
 }
 

@@ -7,14 +7,17 @@ import subprocess
 import time
 import unittest
 
+import host
 import private_network
 from running_service import RunningService
 from server_peer import connect_local, message
 
-ANN = "OFFICE\\games"  # an account that every host has
-FRONTENDS = "C:\\Users\\games\\AppData\\Local\\Ravelin\\Client\\Frontends\\3\\"
-DESKTOP, MENU = "C:\\Users\\games\\Desktop\\", "C:\\Users\\games\\Menu\\"
-FILES = {"Orders.mdb": 70000, "orders.ico": 100, "Data\\it's \"here\".mdb": 5, "Data\\\xc9t\xe9\\x.txt": 0,
+ANN = "OFFICE\\" + host.SOMEBODY
+HOME = "C:\\Users\\%s\\" % host.SOMEBODY
+FRONTENDS = HOME + "AppData\\Local\\Ravelin\\Client\\Frontends\\3\\"
+DESKTOP, MENU = HOME + "Desktop\\", HOME + "Menu\\"
+QUOTED = "Data\\" + host.file_name("it's \"here\".mdb")
+FILES = {"Orders.mdb": 70000, "orders.ico": 100, QUOTED: 5, "Data\\\xc9t\xe9\\x.txt": 0,
          **{"Reports\\%d.snp" % number: 3000 for number in range(8)}}
 
 
@@ -26,7 +29,7 @@ def checksum(text):
 def log_in_helper():
     helper = connect_local()
     helper.send("", "HELLO", "RVL", "HELPER", "1.1.3")
-    helper.send("", "LOGIN", checksum(ANN), ANN, "", "C:\\Users\\games\\AppData\\Local\\", DESKTOP, MENU)
+    helper.send("", "LOGIN", checksum(ANN), ANN, "", HOME + "AppData\\Local\\", DESKTOP, MENU)
     return helper
 
 
@@ -64,11 +67,12 @@ class Deployment(RunningService):
             content = self.workstation.host(location[0][0] + name).read_bytes()
             self.assertEqual(content, random.Random(name + str(version)).randbytes(size), name)
 
-    def left_files(self):
-        return [path for folder in ("Users", "Staging") for path in
-                self.workstation.host("C:\\" + folder).rglob("*") if path.is_file()]
+    def files(self):
+        return {path for folder in ("Users", "Staging") for path in
+                self.workstation.host("C:\\" + folder).rglob("*") if path.is_file()}
 
     def test_life_of_a_front_end(self):
+        others = self.files()
         helper = log_in_helper()
         self.workstation.wait_log("#0[127.0.0.1]: Client Helper connected: " + ANN)
         self.link.receive_report()  # a helper that logs in has one sent
@@ -91,15 +95,14 @@ class Deployment(RunningService):
             for name, _, digest in rows:
                 self.assertEqual(digest, hashlib.md5(self.deployed(name).read_bytes()).hexdigest())
         with self.subTest("rights"):
-            rights = subprocess.run(["getfacl", "-cp", self.deployed("Data\\it's \"here\".mdb")], capture_output=True,
-                                    check=True).stdout.decode().split()
-            self.assertTrue({"user:root:rwx", "user:games:rwx", "other::---"} <= set(rights), rights)
+            rights = host.rights(self.deployed(QUOTED))
+            self.assertLessEqual({host.ADMINISTRATOR: "rwx", host.SOMEBODY: "rwx", "other": "---"}.items(), rights.items())
         with self.subTest("shortcuts"):
             for path in (DESKTOP + "Orders.lnk", MENU + "Office\\Orders.lnk"):
                 link = subprocess.run(["lnkinfo", self.workstation.host(path)], capture_output=True, check=True).stdout
                 self.assertIn(b"Command line arguments\t\t: -start_frontend 3 \"The ''Orders''\"\n", link)
                 self.assertIn(("Icon location\t\t\t: %s12\\orders.ico\n" % FRONTENDS).encode(), link)
-                self.assertIn(b"RVLClient\n", link)
+                self.assertIn(host.executable("RVLClient").encode() + b"\n", link)
 
         with self.subTest("report after damage"):
             count = str(len(FILES))
@@ -120,7 +123,7 @@ class Deployment(RunningService):
         for version, user in ((12, ""), (13, ANN), (13, "")):
             self.link.send("", "FRONTEND_REMOVE", version, user)
         self.assertEqual(self.link.finish(), [])
-        self.assertEqual(self.left_files(), [])
+        self.assertEqual(self.files(), others)
         self.assertTrue(self.workstation.host(DESKTOP).is_dir())
         self.assertFalse(self.workstation.host(MENU + "Office").exists())
         self.assertEqual(self.next_report(), [])
@@ -138,6 +141,7 @@ class Deployment(RunningService):
             message("x", "GENERAL_ERROR", 87, "Invalid parameters", "FRONTEND_REMOVE", 0, ANN)])
 
     def test_killed_on_the_way(self):
+        others = self.files()
         self.stage(21)
         begun = time.monotonic()
         self.link.send("", "FRONTEND_DEPLOY", 21, ANN)
@@ -162,7 +166,7 @@ class Deployment(RunningService):
         for user in (ANN, ""):
             self.link.send("", "FRONTEND_REMOVE", 21, user)
         self.link.finish()
-        self.assertEqual(self.left_files(), [])
+        self.assertEqual(self.files(), others)
 
 
 if __name__ == "__main__":

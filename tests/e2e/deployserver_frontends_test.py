@@ -9,13 +9,15 @@ import subprocess
 import tempfile
 import unittest
 
+import host
 import private_network
 from server_peer import SERVER_PORT, Connection, message
-from workstation import BIN, DEADLINE
+from workstation import DEADLINE, program_file
 
 UUID, COMPUTER, DOMAIN, NONCE = "{guid {1}}", "PC1", "OFFICE", "0123456789abcdef"
 STAGING = "C:\\ProgramData\\Ravelin\\Client\\Staging\\3\\12\\"
-EMPTY, ORDERS, NOTES, ACCENTS = NAMES = ("a b\\empty.txt", "Orders.mdb", "z.txt", "\xe9t\xe9\\l'ann\xe9e \"1\".dat")
+EMPTY, ORDERS, NOTES, ACCENTS = NAMES = ("a b\\empty.txt", "Orders.mdb", "z.txt",
+                                         "\xe9t\xe9\\" + host.file_name("l'ann\xe9e \"1\".dat"))
 FILES = {EMPTY: b"", ORDERS: b"database", NOTES: b"zz", ACCENTS: b"\0\xff" * 70}  # in the order of their delivery
 PUBLISH = ("--frontend-id=3", "--version-id=12", "--frontend-name=Bob's \"Orders\"", "--once")
 ANNOUNCEMENT = message("", "FRONTEND_ADD", 3, 12, "Bob's \"Orders\"", STAGING, "Orders.mdb", "", "", "12", "",
@@ -116,9 +118,11 @@ class PlayedWorkstation:
 
 class FrontendTest(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix="rvl-e2e-")
+        folder = tempfile.TemporaryDirectory(prefix="rvl-e2e-", dir=host.folder_for_workstations())
         self.addCleanup(folder.cleanup)
-        self.program = shutil.copy(BIN / "deployserver", folder.name)
+        self.machine = host.Machine(pathlib.Path(folder.name))
+        self.addCleanup(self.machine.end)
+        self.program = shutil.copy(program_file("deployserver"), folder.name)
         self.folder = pathlib.Path(folder.name) / "version"
         for name, content in FILES.items():
             path = self.folder / name.replace("\\", "/")
@@ -127,13 +131,14 @@ class FrontendTest(unittest.TestCase):
         self.client = PlayedWorkstation()
 
     def start(self, *options):
-        self.server = subprocess.Popen([self.program, *options], stdout=subprocess.PIPE, encoding="utf-8")
+        self.server = subprocess.Popen(self.machine.command(self.program, *options), env=self.machine.environment,
+                                       stdin=subprocess.PIPE, stdout=subprocess.PIPE, encoding="utf-8")
         self.addCleanup(self.server.communicate)
         self.addCleanup(self.server.kill)
         self.assertIn("LISTENING", self.server.stdout.readline())
 
-    def end(self):
-        output = self.server.communicate(timeout=DEADLINE)[0]
+    def end(self, orders=None):
+        output = self.server.communicate(orders, timeout=DEADLINE)[0]
         return self.server.returncode, output
 
     def run_logins(self, options, *logins):
@@ -144,8 +149,13 @@ class FrontendTest(unittest.TestCase):
             self.client.serve()
         return self.end()
 
+    def refusal(self, *options):
+        run = subprocess.run(self.machine.command(self.program, *options), env=self.machine.environment,
+                             stdin=subprocess.DEVNULL, capture_output=True, timeout=DEADLINE)
+        return run.returncode, run.stderr.decode()
+
     def publish(self, *records, options=()):
-        return self.run_logins(("--publish", str(self.folder), *PUBLISH, *options), records)
+        return self.run_logins(("--publish", host.argument(self.folder), *PUBLISH, *options), records)
 
     def stage(self, *missing):
         self.client.files = {STAGING + name: FILES[name] for name in NAMES if name not in missing}
@@ -163,11 +173,11 @@ class Publishing(FrontendTest):
 
     def test_everything_described(self):
         self.stage()
-        self.publish(options=("--main=\xe9t\xe9/L'ANN\xe9E \"1\".dat", "--version-label=", "--access-versions=8,9",
+        self.publish(options=("--main=\xe9t\xe9/" + host.file_name("L'ANN\xe9E \"1\".dat"), "--version-label=", "--access-versions=8,9",
                               "--mdw=C:\\s.mdw", "--icon=Z.TXT", "--desktop-icon=", "--menu-icon=Menu\\O",
                               "--destination=custom", "--custom-folder=D:\\f", "--staging=D:\\s"))
         self.assertEqual(self.client.heard[0], message(
-            "", "FRONTEND_ADD", 3, 12, "Bob's \"Orders\"", "D:\\s\\3\\12\\", "\xe9t\xe9\\l'ann\xe9e \"1\".dat", "8,9",
+            "", "FRONTEND_ADD", 3, 12, "Bob's \"Orders\"", "D:\\s\\3\\12\\", ACCENTS, "8,9",
             "C:\\s.mdw", "", "z.txt", "", "Menu\\O", "CUSTOM", "D:\\f", 4))
 
     def test_only_what_is_missing(self):
@@ -193,7 +203,7 @@ class Publishing(FrontendTest):
 
     def test_lost_link(self):
         self.client.cut = 100
-        status, output = self.run_logins(("--publish", str(self.folder), *PUBLISH, "--piece=50"), (),
+        status, output = self.run_logins(("--publish", host.argument(self.folder), *PUBLISH, "--piece=50"), (),
                                          [(3, 12, "", 4, 3)])
         self.assertEqual(status, 0, output)
         content = FILES[ACCENTS]
@@ -216,22 +226,26 @@ class Publishing(FrontendTest):
         expected = [*map(ask, NAMES[:3]), *delivery(ACCENTS), MARKER, ANNOUNCEMENT, *again, MARKER]
         self.assertEqual((status, self.client.heard), (0, expected), output)
 
-    def test_refused_folders_and_usage(self):
-        def refusal(*options):
-            run = subprocess.run([self.program, *options], capture_output=True, timeout=DEADLINE)
-            return run.returncode, run.stderr.decode()
+    def assert_refused(self, name, reason):
+        path = os.fsencode(self.folder) + b"/" + name
+        open(path, "wb").close()
+        status, text = self.refusal("--publish", host.argument(self.folder))
+        self.assertEqual((status, reason in text), (1, True), text)
+        os.unlink(path)
+
+    @host.needs("Unix file names")
+    def test_refused_names(self):
         for name, reason in ((b"back\\slash", "backslash"), ("\u20ac.txt".encode(), "\\xe2\\x82\\xac.txt\" holds char"),
-                             (b"\xff", "ISO 8859-1"), (b"ORDERS.mdb", "in case only"), (b"two.ACCDB", "--main")):
-            path = os.fsencode(self.folder) + b"/" + name
-            open(path, "wb").close()
-            status, text = refusal("--publish", str(self.folder))
-            self.assertEqual((status, reason in text), (1, True), text)
-            os.unlink(path)
+                             (b"\xff", "ISO 8859-1"), (b"ORDERS.mdb", "in case only")):
+            self.assert_refused(name, reason)
+
+    def test_refused_folders_and_usage(self):
+        self.assert_refused(b"two.ACCDB", "--main")
         for options in (["--deploy-to=a"], ["--publish=x", "--remove-template"], ["--version-id=1"], ["--main=x"],
                         ["--publish=x", "--destination=custom"], ["--version-id=1", "--report"], ["--verify"],
                         ["--version-id=1", "--deploy-to=A", "--remove-from=a"], ["--publish=x", "--version-id=0"],
                         ["--publish=x", "--access-versions=8,"], ["--once"], ["--piece=5"], ["--publish="]):
-            self.assertEqual(refusal(*options)[0], 2, options)
+            self.assertEqual(self.refusal(*options)[0], 2, options)
 
 
 class Deploying(FrontendTest):

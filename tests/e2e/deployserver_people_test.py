@@ -5,10 +5,11 @@ import shutil
 import subprocess
 import unittest
 
+import host
 import private_network
 from local_sessions_test import USER, login
 from server_peer import connect_local, frame
-from workstation import BIN, DEADLINE, Workstation, wait_until
+from workstation import DEADLINE, Workstation, program_file, wait_until
 
 HISTORY = """# front end, version, shown, date, revoked, notes
 3\t9\t0.9 \xe9\t2023-01-31 08:00:00\t1\tlost orders\\nin C:\\\\new\n
@@ -20,7 +21,7 @@ class People(unittest.TestCase):
         self.workstation = Workstation()
         self.addCleanup(self.workstation.close)
         self.folder = self.workstation.folder
-        self.program = shutil.copy(BIN / "deployserver", self.folder)  # its log lies beside it
+        self.program = shutil.copy(program_file("deployserver"), self.folder)  # its log lies beside it
         self.version = self.folder / "Orders"
         self.version.mkdir()
         (self.version / "Orders.mdb").write_bytes(b"database")
@@ -28,10 +29,14 @@ class People(unittest.TestCase):
         self.workstation.write("C:\\Program Files\\Microsoft Office\\Office11\\MSACCESS.EXE")
         self.shown = 0
 
+    def command(self, *options):
+        return self.workstation.machine.command(self.program, *options)
+
     def serve(self, *options):
         self.output = self.folder / "server.out"
         with open(self.output, "wb") as output:
-            self.server = subprocess.Popen([self.program, *options], stdin=subprocess.PIPE, stdout=output)
+            self.server = subprocess.Popen(self.command(*options), env=self.workstation.environment, stdin=subprocess.PIPE,
+                                           stdout=output)
         self.addCleanup(self.server.communicate)
         self.addCleanup(self.server.kill)
 
@@ -64,8 +69,8 @@ class People(unittest.TestCase):
             self.assertEqual(local.receive_frame(), frame(content))
 
     def test_a_day(self):
-        self.serve("--publish", str(self.version), "--frontend-id=3", "--version-id=12", "--deploy-to", USER,
-                   "--orders", "--history", str(self.folder / "history"), "--deny=4",
+        self.serve("--publish", host.argument(self.version), "--frontend-id=3", "--version-id=12", "--deploy-to", USER,
+                   "--orders", "--history", host.argument(self.folder / "history"), "--deny=4",
                    "--deny-text=Stock \xe9 is being taken.")
         self.workstation.start_service()
         self.prints("FRONTEND_DEPLOY version 12 for OFFICE\\ann: handled")
@@ -141,7 +146,7 @@ class People(unittest.TestCase):
         self.assertEqual(self.server.wait(DEADLINE), 0)
         output = self.output.read_text(encoding="utf-8")
         self.assertEqual(len(re.findall("^NOT UNDERSTOOD: ", output, re.M)), 6, output)
-        self.assertIn("NOT DONE: line 1 of \"%s/history\" has a date" % self.folder, output)
+        self.assertIn("NOT DONE: line 1 of \"%s\" has a date" % host.argument(self.folder / "history"), output)
         self.assertEqual(self.workstation.stop_service(), 0)
 
     def test_end_of_orders_and_wrong_usage(self):
@@ -152,8 +157,9 @@ class People(unittest.TestCase):
         self.prints("NOT DONE: frontend 6 was not denied")
         self.assertIsNone(self.server.poll())
         for status, options in ((2, ["--orders", "--report", "--once"]), (2, ["--deny-text=x"]), (2, ["--deny=0"]),
-                                (1, ["--history=missing"]), (1, ["--history=" + self.program])):
-            run = subprocess.run([self.program, *options], capture_output=True, timeout=DEADLINE)
+                                (1, ["--history=missing"]), (1, ["--history=" + host.argument(self.program)])):
+            run = subprocess.run(self.command(*options), env=self.workstation.environment, capture_output=True,
+                                 timeout=DEADLINE)
             self.assertEqual(run.returncode, status, run.stderr)
 
 

@@ -1,16 +1,13 @@
 """The deployment server's updates of the client: a workstation that is played here, and an installed service."""
 
 import itertools
-import os
-import signal
-import subprocess
 import unittest
 
+import host
 import private_network
 from deployserver_frontends_test import AGAIN, MARKER, FrontendTest, deploy
-from self_update_test import VARIANTS, processes
 from server_peer import message
-from workstation import DEADLINE, Workstation, wait_until
+from workstation import Workstation, program_file, wait_until
 
 REMOTE = "C:\\ProgramData\\Ravelin\\Client\\Update\\RVLClient-1.1.4"
 CONTENT = b"\x7fELF the new client"
@@ -34,7 +31,7 @@ class Update(FrontendTest):
     def update(self, options, *versions, reports=()):
         """Logs in with one version after the other; returns exit status, what was heard, and output."""
         self.client.files, self.client.heard = {}, []
-        self.start("--once", "--update", str(self.executable), *options)
+        self.start("--once", "--update", host.argument(self.executable), *options)
         for self.client.version, report in itertools.zip_longest(versions, reports, fillvalue=()):
             self.client.log_in(*report)
             self.client.serve()
@@ -70,7 +67,7 @@ class Update(FrontendTest):
         self.assertEqual(len(heard), 3 + len(DELIVERY) + 1)
 
     def test_who_is_up_to_date_is_learned(self):
-        self.start("--update", str(self.executable))
+        self.start("--update", host.argument(self.executable), "--orders")
         for self.client.version in ("1.1.3", "1.1.4", "1.1.4"):
             self.client.log_in()
             if self.client.version == "1.1.3":
@@ -78,28 +75,21 @@ class Update(FrontendTest):
             else:
                 self.assertEqual(self.client.link.ask("", "PING")[1], b"PONG")
                 self.client.link.close()
-        self.server.send_signal(signal.SIGTERM)
-        status, output = self.end()
+        status, output = self.end("stop\n")
         self.assertEqual((status, self.client.heard), (0, [*DELIVERY, UPDATE]))
         self.assertIn("UPDATE PC1: already 1.1.4 (#", output)
 
     def test_usage(self):
         for options in (("--update-to=C:\\x",), ("--update-timeout=0", "--update=x"), ("--update=",)):
-            run = subprocess.run([self.program, *options], stderr=subprocess.DEVNULL, timeout=DEADLINE)
-            self.assertEqual(run.returncode, 2, options)
+            self.assertEqual(self.refusal(*options)[0], 2, options)
 
 
 class InstalledService(FrontendTest):
     def test_updated(self):
         station = Workstation()
         self.addCleanup(station.close)
-        program, received = station.bin / "RVLClient", station.host(REMOTE).with_name("RVLClient-next")
-
-        def end_everything():
-            for pid in [*processes(program), *processes(received)]:
-                os.kill(pid, signal.SIGKILL)
-        self.addCleanup(end_everything)
-        self.start("--once", "--update", str(VARIANTS / "RVLClient-next"), *EXPECTED, "--update-timeout=90")
+        received = station.host(REMOTE).with_name(host.executable("RVLClient-next"))
+        self.start("--once", "--update", host.argument(program_file("RVLClient-next")), *EXPECTED, "--update-timeout=90")
         self.assertEqual(station.run("-install-silent")[0], 0)
         output, _ = self.server.communicate(timeout=100)
         self.assertEqual(self.server.returncode, 0, output + station.log()[-3000:])

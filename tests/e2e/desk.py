@@ -1,6 +1,5 @@
 """A workstation with a user in front of it: a service at a server, a display, a Microsoft Access and front ends."""
 
-import os
 import re
 import shutil
 import subprocess
@@ -8,7 +7,7 @@ import unittest
 
 from server_peer import ServerPeer
 from virtual_display import Display
-from workstation import BIN, DEADLINE, Workstation, processes, wait_until
+from workstation import DEADLINE, Workstation, processes, program_file, wait_until
 
 ACCESS = "C:\\Program Files\\Microsoft Office\\Office11\\MSACCESS.EXE"
 USER = "OFFICE\\ann"
@@ -34,7 +33,7 @@ class Desk(unittest.TestCase):
 
     def install_access(self):
         self.station.write(ACCESS)
-        shutil.copy(BIN / "msaccess", self.access)
+        shutil.copy(program_file("msaccess"), self.access)
 
     def deploy(self, frontend_id=3, name="Orders", path=DATABASE, content=b"", icon=""):
         """A front end that lies there for the user, as if it had been deployed; its version is 10 x its id."""
@@ -87,12 +86,8 @@ class Desk(unittest.TestCase):
     def access_processes(self):
         return processes(self.access)
 
-    def xprop(self, window, *arguments):
-        return subprocess.run(["xprop", "-id", str(window), *arguments], capture_output=True, text=True,
-                              env=dict(os.environ, DISPLAY=self.display.name)).stdout
-
     def order_access(self, window, order):
-        self.xprop(window, "-f", "MSACCESS_COMMAND", "8u", "-set", "MSACCESS_COMMAND", order)
+        self.station.machine.order_access(self.station, window, order)
 
     def wait_end(self, process, code=0):
         try:

@@ -4,7 +4,7 @@ import private_network
 import workstation
 from virtual_display import DisplayTest
 
-PROBE = workstation.BIN.resolve().parent / "tests" / "dialog_probe"
+PROBE = workstation.program_file("dialog_probe")
 
 
 class Dialogs(DisplayTest):

@@ -99,9 +99,12 @@ class LocalPort(FramingTest):
                 self.assert_serves()
                 self.assertTrue(all(other.is_open() for other in others))
 
+    def open_handles(self):
+        return self.workstation.machine.open_handles(self.workstation.service)
+
     def test_many_come_and_go(self):
         dice = random.Random(19980625)
-        before = self.workstation.open_descriptors()
+        before = self.open_handles()
         for number in range(300):
             connection = self.connect()
             connection.send_bytes(b"\0" * (number % 9))
@@ -110,7 +113,7 @@ class LocalPort(FramingTest):
                 connection.close()
         self.doCleanups()
         self.assert_serves()
-        wait_until(lambda: self.workstation.open_descriptors() <= before, "the descriptors of closed connections")
+        wait_until(lambda: self.open_handles() <= before, "the end of what closed connections held")
 
     def test_nothing_stays_open_at_the_stop(self):
         connections = [self.connect() for _ in range(3)]

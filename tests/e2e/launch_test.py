@@ -1,7 +1,5 @@
 """Front ends started, watched and closed on a user's desktop, also when Access, the server or the desktop fail."""
 
-import re
-
 import private_network
 from desk import ACCESS, DATABASE, Desk
 from workstation import processes, wait_until
@@ -14,21 +12,17 @@ class Launch(Desk):
         self.deploy(name="Orders \xe9")
         self.start_service()
 
-    def tags(self, window):
-        """As an independent reader sees them."""
-        return dict(re.findall(r"^RVL_(\w+)\(CARDINAL\) = (\d+)", self.xprop(window), re.MULTILINE))
-
     def test_a_shortcut_opens_access_and_the_server_hears_of_it(self):
         self.start_helper()
         shortcut = self.start_through_shortcut("Orders \xe9")
         window = self.reported_start()
         self.wait_end(shortcut)
         self.assertEqual(list(self.access_processes().values()), [[DATABASE.encode()]])
-        tags = self.tags(window)
-        self.assertEqual(tags.pop("StartTick_High"), "0")
-        self.assertGreater(int(tags.pop("StartTick_Low")), 0)
-        self.assertEqual(tags, {"FrontendID": "3", "FrontendID_Backup": "3",
-                                "FrontendVersionID": "30", "FrontendVersionID_Backup": "30"})
+        tags = self.station.machine.tags(self.station, window)
+        self.assertEqual(tags.pop("RVL_StartTick_High"), 0)
+        self.assertGreater(tags.pop("RVL_StartTick_Low"), 0)
+        self.assertEqual(tags, {"RVL_FrontendID": 3, "RVL_FrontendID_Backup": 3,
+                                "RVL_FrontendVersionID": 30, "RVL_FrontendVersionID_Backup": 30})
         for line in ('Attempting to launch "Orders \xe9" at "%s" using "%s" (ID #3/30)' % (DATABASE, ACCESS),
                      "Access hWnd = 0x%08X (%d)" % (window, window), "Our work here is done."):
             self.assertIn(line, self.station.log())
@@ -41,7 +35,7 @@ class Launch(Desk):
         self.reported_end(window)
         self.server_hears(rb"\0FRONTEND_START\0\d+\x000\x00%d\x000\x0011\.0\.8166\0C:\\fe\\other\.mdb\x0030" % window)
         self.station.wait_log("Access instance %d changed files" % window)
-        self.display.ask_to_close(window)
+        self.display.ask_to_close(self.station.machine.display_window(self.station, window))
         self.reported_end(window, 0)
 
     def test_without_the_server(self):
@@ -141,10 +135,10 @@ class Launch(Desk):
         self.start_service()
         self.assertEqual(self.reported_start(), window)
 
-    def test_the_display_goes_away(self):
+    def test_the_session_ends(self):
         helper, board = self.start_helper(), self.station.start()
         self.server_hears(rb"\0CONNECT\0UI\0.*")
-        self.display.close()
+        self.station.machine.end_session(self.station, self.display)
         self.wait_end(helper)
         self.wait_end(board)
         for line in ("Client Helper exiting (Session Ending)", "Client UI exiting (Session Ending)"):
@@ -194,7 +188,7 @@ class Failures(Desk):
                    'unavailable.\r\n\r\nPlease try again in a few moments.": OK')
         self.wait_end(shortcut)
         self.server_hears(rb"\0CONNECT\0HELPER\0.*")
-        helpers = lambda: list(processes(self.station.bin / "RVLClient").values()).count([b"-service_helper"])
+        helpers = lambda: list(processes(self.station.client).values()).count([b"-service_helper"])
         wait_until(lambda: helpers() == 1, "one helper, the newest")
 
 

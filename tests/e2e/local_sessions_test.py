@@ -20,6 +20,7 @@ class LocalSessions(RunningService):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
+        cls.workstation.wait_log("] Server is connected")
         cls.workstation.query("INSERT INTO DeployedFrontends (FrontendID, FrontendVersionID, Username, FrontendName,"
                               " FrontendLocation, FrontendFilename) VALUES (3, 12, ?, 'Orders \xe9', 'C:\\fe\\',"
                               " 'orders.mdb')", USER)

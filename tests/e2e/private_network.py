@@ -5,10 +5,12 @@ import subprocess
 import sys
 import unittest
 
+import host
+
 _MARK = "RVL_E2E_PRIVATE"
 
 # With a private mount table where one is granted: a test then mounts small file systems.
-_WAYS = (["-nm"], ["-rnm"], ["-n"], ["-rn"])
+_WAYS = tuple([way, *host.UNSHARE] for way in ("-nm", "-rnm", "-n", "-rn"))
 
 # lo comes up with `ip`, or with the request SIOCSIFFLAGS on a system that lacks it.
 _LO_UP = """
@@ -38,4 +40,5 @@ def main():
             os.execvp("unshare", ["unshare", *way, sys.executable, *sys.argv])
     if os.environ[_MARK]:
         exec(_LO_UP, {})
+        host.enter()
     unittest.main(module="__main__")

@@ -1,19 +1,16 @@
 """The service replaced by a new executable that the server delivered, and everything that can go wrong on the way: in
 the end a service runs, the old one or the new one."""
 
-import os
-import pathlib
 import shutil
-import signal
 import subprocess
 import time
 import unittest
 
+import host
 import private_network
 from server_peer import ServerPeer, connect_local, message
-from workstation import BIN, Workstation, kill, processes, wait_until, windows_path
+from workstation import Workstation, kill, processes, program_file, wait_until, windows_path
 
-VARIANTS = BIN.parent / "tests"
 OLD, NEW = b"1.1.3", b"1.1.4"
 
 
@@ -23,8 +20,8 @@ class SelfUpdate(unittest.TestCase):
         self.addCleanup(self.peer.close)
         self.station = Workstation()
         self.addCleanup(self.station.close)
-        self.target = self.station.bin / "RVLClient"
-        self.temporary = self.station.folder / "new" / "client update"
+        self.target = self.station.client
+        self.temporary = self.station.folder / "new" / host.executable("client update")
         self.temporary.parent.mkdir()
 
     def install(self):
@@ -71,7 +68,7 @@ class SelfUpdate(unittest.TestCase):
         link = self.install()
         local = connect_local()
         local.send("", "HELLO", "RVL", "UI", "1.1.3")
-        self.deliver(link, VARIANTS / "RVLClient-next")
+        self.deliver(link, program_file("RVLClient-next"))
         path = windows_path(self.temporary)
         self.assertEqual(local.receive(), message("", "UPDATED_BINARY", path))
         self.station.wait_log("Upgrade is available from \"%s\" to \"%s\"" % (windows_path(self.target), path))
@@ -90,7 +87,7 @@ class SelfUpdate(unittest.TestCase):
             self.assertIn(line, log)
 
     def test_a_program_that_does_not_start(self):
-        for program in ("/bin/false", "/etc/hostname"):
+        for program in (program_file("rvlreg"), "/etc/hostname"):
             with self.subTest(program):
                 link = self.install()
                 self.deliver(link, program)
@@ -99,20 +96,20 @@ class SelfUpdate(unittest.TestCase):
                 self.assertEqual(self.station.run("-remove-silent")[0], 0)
 
     def test_a_service_that_does_not_start(self):
-        self.deliver(self.install(), VARIANTS / "RVLClient-broken")
+        self.deliver(self.install(), program_file("RVLClient-broken"))
         self.wait_back(OLD)
         self.assertIn("Unable to start service: Error 1053", self.station.log())
 
     def test_a_service_that_hangs_at_its_start(self):
-        self.station.environment["RVL_TEST_HANG"] = "1"
-        self.deliver(self.install(), VARIANTS / "RVLClient-broken")
+        self.station.machine.set_environment_of_services("RVL_TEST_HANG", "1")
+        self.deliver(self.install(), program_file("RVLClient-broken"))
         self.wait_back(OLD)
 
     def test_executable_replaced_under_the_service(self):
         link = self.install()
         shutil.copy(self.target, self.station.bin / "other")
         (self.station.bin / "other").rename(self.target)
-        self.deliver(link, VARIANTS / "RVLClient-next")
+        self.deliver(link, program_file("RVLClient-next"))
         self.wait_back(NEW)
 
     def move_to_small_disk(self):
@@ -120,12 +117,11 @@ class SelfUpdate(unittest.TestCase):
         if not self.station.mount(self.station.bin, "-t", "tmpfs", "-o", "size=%d" % (2 * self.target.stat().st_size),
                                   "tmpfs"):
             self.skipTest("no small file system")
-        for name in ("RVLClient", "RVLClientTemplate.mdb", "RavelinTools.so", "rvlreg"):
-            shutil.copy(BIN / name, self.station.bin)
+        self.station.copy_programs()
 
     def test_no_room_for_the_copy(self):
         self.move_to_small_disk()
-        self.deliver(self.install(), VARIANTS / "RVLClient-next")
+        self.deliver(self.install(), program_file("RVLClient-next"))
         self.wait_back(OLD)
         self.assertIn("Error copying ", self.station.log())
 
@@ -133,25 +129,25 @@ class SelfUpdate(unittest.TestCase):
         self.move_to_small_disk()
         link = self.install()
         subprocess.run(["mount", "-o", "remount,ro", self.station.bin], check=True)
-        self.deliver(link, VARIANTS / "RVLClient-next")
+        self.deliver(link, program_file("RVLClient-next"))
         self.wait_back(OLD)
 
     def test_update_process_killed(self):
         for step in ("Waiting for all", "Copying new version over", "Starting service"):
             with self.subTest(step):
-                self.deliver(self.install(), VARIANTS / "RVLClient-next")
+                self.deliver(self.install(), program_file("RVLClient-next"))
                 self.wait_step(step)
                 for pid in self.update_process():
                     kill(pid)
                 self.wait_back(NEW)
                 self.assertEqual(self.station.run("-remove-silent")[0], 0)
-                shutil.copy(BIN / "RVLClient", self.target)
+                self.station.copy_programs()
 
     def test_everything_killed_and_started_again(self):
         """What a power cut leaves: the service manager starts the service at the next boot."""
-        self.deliver(self.install(), VARIANTS / "RVLClient-next")
+        self.deliver(self.install(), program_file("RVLClient-next"))
         self.wait_step("Copying new version over")
-        self.station.end_processes()
+        self.station.cut_power()
         self.assertEqual(self.station.run("-start")[0], 0)
         self.peer._listener.settimeout(30)
         self.log_in()
@@ -164,7 +160,7 @@ class SelfUpdate(unittest.TestCase):
         self.station.rvlreg("set", "HKLM\\SOFTWARE\\Ravelin\\Client", "Updating", "number", "1")
         busy = self.station.start("-update-mode", "Z:\\nowhere", "-service_helper")
         self.station.wait_log("Waiting for update to complete before respawn")
-        self.deliver(link, VARIANTS / "RVLClient-next")
+        self.deliver(link, program_file("RVLClient-next"))
         self.wait_back(OLD, 100)
         self.assertIn("Giving up waiting for ", self.station.log())
         busy.wait(10)

@@ -2,12 +2,12 @@
 
 import hashlib
 import re
-import signal
 import socket
 import sqlite3
 import time
 import unittest
 
+import host
 import private_network
 from server_peer import SERVER_PORT, ServerPeer
 from workstation import Workstation, windows_path
@@ -50,7 +50,7 @@ class Login(LinkTest):
         self.assertEqual(uuid, self.workstation.setting("WorkstationUUID"))
         self.assertEqual((computer, domain), (socket.gethostname().upper(), "OFFICE"))
         self.assertEqual((nt, access, method), ("1", "", "fixed:localhost"))
-        self.assertEqual(path, windows_path(self.workstation.bin / "RVLClient"))
+        self.assertEqual(path, windows_path(self.workstation.client))
         self.assertRegex(system, r"^Windows NT \d+\.\d+ \(Build \d+\) ")
         self.assertEqual((programs, data), ("C:\\Program Files\\", "C:\\ProgramData\\"))
         self.assertRegex(proof, r"^[0-9a-fA-F]{16}[0-9A-Za-z]{16}$")
@@ -94,7 +94,7 @@ class Login(LinkTest):
         self.assertEqual(parameters[1], identity)
         link.send("", "LOGIN_OK")
         self.workstation.wait_log("Server is connected")
-        self.assertEqual(self.workstation.stop_service(signal.SIGTERM), 0)
+        self.assertEqual(self.workstation.stop_service(), 0)
         link.wait_closed()
 
 
@@ -134,6 +134,7 @@ class Moving(LinkTest):
         self.assertIn("Server wants us to disconnect and find a new server", self.workstation.log())
         self.assertEqual(self.workstation.log().count("Using fixed server address: localhost"), 2)
 
+    @host.needs("a domain controller")
     def test_domain_controller(self):
         self.start("", RVL_DOMAIN_CONTROLLER="localhost")
         self.assertEqual(self.accept_and_read_login()[1][10], "domain:localhost")

@@ -1,27 +1,23 @@
 """Installs, starts, stops and removes the service with the program's own switches."""
 
 import os
-import pathlib
 import shutil
 import signal
 import subprocess
 import unittest
 
+import host
 import private_network
-from workstation import Workstation, wait_until, windows_path
+from workstation import Workstation, processes, program_file, wait_until, windows_path
 
 SERVICE = r"HKLM\SYSTEM\CurrentControlSet\Services\RVLClient"
 RUN = r"HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Run"
 EVENTS = r"HKLM\SYSTEM\CurrentControlSet\Services\EventLog\Application\RVLClient"
 NOBODY = 65534
 
-MISSING = "The specified service does not exist as an installed service."
 DENIED = "Access is denied."
-MARKED = "The specified service has been marked for deletion."
-RUNNING = "An instance of the service is already running."
-NOT_RUNNING = "The service has not been started."
-NO_FILE = "The system cannot find the file specified."
-NOT_IN_TIME = "The service did not respond to the start or control request in a timely fashion."
+MISSING, MARKED, RUNNING, NOT_RUNNING, NO_FILE, NOT_IN_TIME = (
+    host.MESSAGES[code] for code in (1060, 1072, 1056, 1062, 2, 1053))
 
 
 class ServiceControl(unittest.TestCase):
@@ -29,20 +25,12 @@ class ServiceControl(unittest.TestCase):
         self.workstation = Workstation()
         self.addCleanup(self.workstation.close)
         self.addCleanup(self.kill_services)
-        self.command_line = '"%s" -service_mode' % windows_path(self.workstation.bin / "RVLClient")
-        self.helper = '"%s" -service_helper' % windows_path(self.workstation.bin / "RVLClient")
+        self.command_line = '"%s" -service_mode' % windows_path(self.workstation.client)
+        self.helper = '"%s" -service_helper' % windows_path(self.workstation.client)
 
     def services(self):
         """The service processes of this workstation, whoever started them."""
-        found = []
-        for process in pathlib.Path("/proc").glob("[0-9]*"):
-            try:
-                words = (process / "cmdline").read_bytes().split(b"\0")
-                if os.readlink(process / "exe").startswith(str(self.workstation.folder)) and b"-service_mode" in words:
-                    found.append(int(process.name))
-            except OSError:
-                pass  # it has ended, or is nobody's business
-        return found
+        return [pid for pid, words in processes(self.workstation.folder).items() if b"-service_mode" in words]
 
     def kill_services(self):
         for process in self.services():
@@ -60,7 +48,7 @@ class ServiceControl(unittest.TestCase):
         self.assertIn((None, last), self.workstation.log_entries())
 
     def install_by_hand(self, program):
-        self.workstation.rvlreg("set", SERVICE, "ImagePath", "text", '"%s" -service_mode' % program)
+        self.workstation.machine.register_service(self.workstation, '"%s" -service_mode' % windows_path(program))
 
     def value(self, key, name):
         status, lines = self.workstation.rvlreg("get", key, name)
@@ -71,9 +59,10 @@ class ServiceControl(unittest.TestCase):
             self.control(switch, "Error %s service: %s" % (verb, MISSING))
         self.control("-remove", "Service is not installed")
         self.control("-install", "Service Installed")
-        self.assertEqual(sorted(self.workstation.rvlreg("list", SERVICE)[1]), sorted([
+        registered = {line.removesuffix(" (expandable)") for line in self.workstation.rvlreg("list", SERVICE)[1]}
+        self.assertEqual(registered - host.MORE_SERVICE_VALUES, {
             "ImagePath = " + self.command_line, "DisplayName = Ravelin Client", "ObjectName = LocalSystem", "Type = 16",
-            "Start = 2", "ErrorControl = 1"]))
+            "Start = 2", "ErrorControl = 1"})
         self.assertEqual(self.value(EVENTS, "TypesSupported"), "7")
         self.assertEqual(self.value(RUN, "RVLClientHelper"), self.helper)
         self.control("/install", "Service is already installed")
@@ -83,19 +72,21 @@ class ServiceControl(unittest.TestCase):
         self.assertEqual(len(self.services()), 1)
         self.control("-stop", "Service Stopped")
         self.wait_services(0)
-        self.control("-start", "Service Started")
-        os.kill(self.services()[0], signal.SIGKILL)
-        self.wait_services(0)
-        self.control("-stop", "Error stopping service: " + NOT_RUNNING)
         self.control("/uninstall", "Service Removed")
         self.assertEqual(self.workstation.rvlreg("list", SERVICE)[0], 1)
         self.assertIsNone(self.value(RUN, "RVLClientHelper"))
 
+    @host.needs("a manager that sees a service die")
+    def test_a_killed_service_has_stopped(self):
+        self.control("-install", "Service Installed")
+        self.control("-start", "Service Started")
+        self.kill_services()
+        self.control("-stop", "Error stopping service: " + NOT_RUNNING)
+
+    @host.needs("Unix processes")
     def test_the_started_service_is_on_its_own(self):
         self.control("-install", "Service Installed")
-        self.workstation.rvlreg("set", RUN, "RVLClientHelper", "text", '"C:\\gone.exe" -service_helper')
         self.control("-start", "Service Started")
-        self.assertEqual(self.value(RUN, "RVLClientHelper"), self.helper)
         process, = self.services()
         streams = {os.readlink("/proc/%d/fd/%d" % (process, stream)) for stream in range(3)}
         self.assertEqual((streams, os.readlink("/proc/%d/cwd" % process), os.getsid(process)),
@@ -103,6 +94,13 @@ class ServiceControl(unittest.TestCase):
         self.assertEqual(self.workstation.log_path.stat().st_mode & 0o777, 0o777)
         os.kill(process, signal.SIGHUP)
         self.workstation.wait_log("Client Service Query Unload (Closing) (cancelling)")
+
+    def test_a_started_service_mends_the_start_of_the_helper_and_stays_the_only_one(self):
+        self.control("-install", "Service Installed")
+        self.workstation.rvlreg("set", RUN, "RVLClientHelper", "text", '"C:\\gone.exe" -service_helper')
+        self.control("-start", "Service Started")
+        self.assertEqual(self.value(RUN, "RVLClientHelper"), self.helper)
+        process, = self.services()
         status, _, errors = self.workstation.run("-service_mode-debug")
         self.assertEqual((status, errors), (1, "Ravelin Client: Ravelin Client Service is currrently running. "
                                                "Please stop it before starting another instance\n"))
@@ -120,7 +118,7 @@ class ServiceControl(unittest.TestCase):
     def test_silent_installation_replaces_another_copy(self):
         other = self.workstation.folder / "other"
         shutil.copytree(self.workstation.bin, other)
-        self.install_by_hand(windows_path(other / "RVLClient"))
+        self.install_by_hand(other / self.workstation.client.name)
         self.control("-start", "Service Started")
         old, = self.services()
         for switch in ("-install-silent", "/install-silent", "-deploy"):
@@ -135,6 +133,7 @@ class ServiceControl(unittest.TestCase):
         self.wait_services(0)
         self.assertEqual(self.workstation.rvlreg("list", SERVICE)[0], 1)
 
+    @host.needs("a manager that lets a hanging service be")
     def test_deletion_waits_for_the_end_of_the_service(self):
         self.control("-install", "Service Installed")
         self.control("-start", "Service Started")
@@ -154,21 +153,19 @@ class ServiceControl(unittest.TestCase):
         self.assertNotEqual(self.services(), [service])
 
     def test_executables_that_do_not_become_the_service(self):
-        program = self.workstation.folder / "program"
-        program.write_text("#!/bin/sh\nexit 3\n")
-        program.chmod(0o755)
+        program = program_file("rvlreg")  # it ends at once
         for path, text in ((program, NOT_IN_TIME), (program.with_name("none"), NO_FILE)):
             self.install_by_hand(path)
             self.control("-start", "Error starting service: " + text)
 
     def test_deployment_registers_what_there_is(self):
-        tools, system = self.workstation.bin / "RavelinTools.so", "C:\\Windows\\System32\\RavelinTools.so"
+        tools, system = self.workstation.bin / host.TOOLS_LIBRARY, host.SYSTEM_FOLDER + host.TOOLS_LIBRARY
         beside, in_system = windows_path(tools), self.workstation.write(system, tools.read_bytes())
         for change, texts in ((lambda: None, ["Registering " + beside]),
                               (tools.unlink, ["Registering " + system]),
                               (lambda: in_system.write_bytes(b""),
-                               ["Registering " + system, "Error registering RavelinTools.so"]),
-                              (in_system.unlink, ["Warning: RavelinTools.so does not exist"])):
+                               ["Registering " + system, "Error registering " + host.TOOLS_LIBRARY]),
+                              (in_system.unlink, ["Warning: %s does not exist" % host.TOOLS_LIBRARY])):
             with self.subTest(texts):
                 change()
                 self.workstation.log_path.unlink(missing_ok=True)
@@ -177,6 +174,7 @@ class ServiceControl(unittest.TestCase):
                 last = len(said) - said[::-1].index("Registering dependancies")
                 self.assertEqual([text for text in said[last:] if "Service" not in text], texts)
 
+    @host.needs("two users")
     def test_ordinary_user(self):
         self.workstation.folder.chmod(0o755)
         try:

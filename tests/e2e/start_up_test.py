@@ -1,11 +1,11 @@
 """Run modes, start and stop of the service, and what it says when it cannot start."""
 
-import signal
 import socket
 import sqlite3
 import subprocess
 import unittest
 
+import host
 import private_network
 from server_peer import LOCAL_PORT
 from workstation import Workstation, wait_until, windows_path
@@ -27,14 +27,14 @@ MODES = (
     (["-service_helper-debug"], "-service_helper-debug", "Helper", ["Client Helper starting"], "helper"),
     (["-service_helper", "-debug"], "-service_helper -debug", "UI",
      ["Client UI starting", UNRECOGNISED + "-service_helper "], "switchboard"),
-    (["-start_frontend", "12", "Bob's \"big\" Orders"], '-start_frontend 12 "Bob\'s ""big"" Orders"', "UI",
-     [ONE_FRONTEND], "start-front-end"),
+    (["-start_frontend", "12", "Bob's \"big\" Orders"],
+     '-start_frontend 12 "Bob\'s ""big"" Orders"'.replace('""', host.INNER_QUOTE), "UI", [ONE_FRONTEND], "start-front-end"),
     (["-start_frontend", "0", "Orders"], "-start_frontend 0 Orders", "UI", [INVALID, ONE_FRONTEND], "start-front-end"),
     (["-start_frontend", "12"], "-start_frontend 12", "UI", [INVALID, ONE_FRONTEND], "start-front-end"),
     (["-start_frontend", "12", ""], '-start_frontend 12 ""', "UI", [INVALID, ONE_FRONTEND], "start-front-end"),
 )
 
-START = ["Warning: Service is not installed", "Client Service starting", "Initializing service",
+START = [*host.INSTALLATION_WARNING, "Client Service starting", "Initializing service",
          "Database path: C:\\ProgramData\\Ravelin\\Client\\RVLClient.mdb",
          "Database does not exist, copying from template", "Opening the database", "Opening settings table",
          "Checking database format", "Service started"]
@@ -50,7 +50,7 @@ class StartUp(unittest.TestCase):
         return workstation
 
     def assert_first_lines(self, workstation, entries, command_line):
-        self.assertEqual(entries[:3], [(None, windows_path(workstation.bin / "RVLClient") + " starting (1.1.3)"),
+        self.assertEqual(entries[:3], [(None, windows_path(workstation.client) + " starting (1.1.3)"),
                                        (None, "Command line parameters: " + command_line),
                                        (None, "Running as user: OFFICE\\ann")])
         self.assertIsNone(entries[3][0])
@@ -89,12 +89,13 @@ class Service(StartUp):
                          [("Service", "Service is already running"), ("Service", "Terminating with return value #1")])
         self.assertEqual(workstation.query("SELECT DatabaseVersion, ServerAddress FROM Settings"), [(None, None)])
 
+    @host.needs("a manager that sees a service die")
     def test_service_in_debug_mode_after_a_killed_one(self):
         workstation = self.workstation()
         workstation.start_service()
         workstation.kill_service()
         service = workstation.start_service("-service_mode-debug")
-        self.assertEqual(workstation.stop_service(signal.SIGINT), 0)
+        self.assertEqual(workstation.interrupt_service(), 0)
         self.assertEqual(workstation.log_entries(service)[-len(STOP):], [("Service", text) for text in STOP])
 
     def test_database_beside_the_executable_is_preferred(self):
@@ -111,7 +112,7 @@ class Service(StartUp):
         other = sqlite3.connect(workstation.database, isolation_level=None)
         self.addCleanup(other.close)
         other.execute("BEGIN EXCLUSIVE")
-        workstation.service = workstation.start("-service_mode")
+        workstation.launch_service()
         workstation.wait_log("Opening the database")
         other.execute("ROLLBACK")
         workstation.wait_log("Service started")
@@ -144,7 +145,7 @@ class Service(StartUp):
                 return probe.connect_ex(("127.0.0.1", LOCAL_PORT)) == 0
         workstation = self.workstation()
         workstation.log_path.mkdir()
-        workstation.service = workstation.start("-service_mode")
+        workstation.launch_service()
         wait_until(answers, "the local port")
         self.assertEqual(workstation.stop_service(), 0)
 
@@ -200,15 +201,19 @@ class Unusable(StartUp):
                 self.assertRegex(self.errors_of_start(workstation)[-1], self.ERROR)
 
     def test_things_in_the_way(self):
-        folder, file, no_root = (self.workstation(None) for _ in range(3))
+        folder, file = (self.workstation(None) for _ in range(2))
         folder.database.mkdir(parents=True)
         self.assertTrue(self.errors_of_start(folder)[-1].endswith("\r\n\r\n" + self.FOLDER_HINT))
         file.database.parent.parent.mkdir(parents=True)
         file.database.parent.write_bytes(b"")
         self.assertRegex(self.errors_of_start(file)[-1], self.ERROR)
-        no_root.root.write_bytes(b"")
-        self.assertEqual(no_root.run("-service_mode")[0], 1)
-        self.assertIn("Access is denied.", no_root.log())
+
+    @host.needs("a missing system")
+    def test_no_root(self):
+        workstation = self.workstation(None)
+        workstation.root.write_bytes(b"")
+        self.assertEqual(workstation.run("-service_mode")[0], 1)
+        self.assertIn("Access is denied.", workstation.log())
 
     def test_read_only_database(self):
         workstation = self.workstation()

@@ -7,23 +7,23 @@ import shutil
 import time
 import unittest
 
+import host
 import private_network
 from desk import DATABASE, USER, Desk
 from server_peer import frame
-from workstation import BIN, DEADLINE, Workstation, processes, wait_until, windows_path
+from workstation import DEADLINE, Workstation, processes, program_file, wait_until, windows_path
 
 CAPTION = "Access Switchboard"
 LOADING, CONNECTING = CAPTION + r" \[Loading\]", CAPTION + r" \[Connecting to server\]"
 DEBUG_CAPTION = "Ravelin Client Service Debug Mode"
 PLACE = r"HKCU\Software\Ravelin\Client\WindowPos"
-NEXT = BIN.parent / "tests" / "RVLClient-next"
 
 
 class Board(Desk):
     def setUp(self):
         super().setUp()
         self.install_access()
-        self.client = self.station.bin / "RVLClient"
+        self.client = self.station.client
 
     def server_hears_of(self, *kinds):
         """Connections of these kinds, in the order in which they come; returns their contexts at
@@ -116,10 +116,16 @@ class Switchboard(Board):
         self.display.ask_to_close(window)
         self.wait_end(again)
 
-    def shown(self):
-        """The picture, and whether a grey line is drawn somewhere, as through the text of a revoked version."""
-        picture = self.display.pixels()
-        return picture, re.search(rb"(?:([\x80-\xd8])\1\1.){40}", picture, re.DOTALL) is not None
+    def picture(self):
+        """What is shown, once it does not change any more."""
+        shown = []
+
+        def is_still():
+            shown.append(self.display.pixels())
+            time.sleep(0.1)
+            return shown[-2:] == shown[-1:] * 2
+        wait_until(is_still, "a picture that stays")
+        return shown[-1]
 
     def test_version_history(self):
         self.deploy()
@@ -132,19 +138,17 @@ class Switchboard(Board):
         self.display.press(window, "ctrl+Tab", "End")
         hears(b"\0FRONTEND_VERSION_HISTORY\x004")
         self.display.press(window, "Home")
+        lines = []  # grey ones, as there is one through the text of a revoked version
         for revoked in (b"1", b"0"):
             hears(b"\0FRONTEND_VERSION_HISTORY\x003")
-            wait_until(lambda: not self.shown()[1], "the empty history")
-            empty, _ = self.shown()
+            empty = self.picture()
             entry = b"\x003\x0031\x001.1\0Withdrawn <b>& so on\r\nfor good\0\x002004-02-29\x000\x000\0"
             for answer in (b"_BEGIN\0", b"_ENTRY" + entry + revoked, b"_END\0"):
                 self.link.send_bytes(frame(context + b"\0FRONTEND_VERSION_HISTORY" + answer))
-
-            def is_there():
-                picture, struck = self.shown()
-                return picture != empty and struck == (revoked == b"1")
-            wait_until(is_there, "the history")
+            wait_until(lambda: self.display.pixels() != empty, "the history")
+            lines.append(len(re.findall(rb"(?:([\x80-\xd8])\1\1.){40}", self.picture(), re.DOTALL)))
             self.link.send(context, "FRONTEND_UPDATED", 3)
+        self.assertGreater(*lines)
         self.close_board(board, window)
 
     def test_a_thousand_frontends(self):
@@ -169,15 +173,15 @@ class Switchboard(Board):
         board, _, *contexts = self.open_board()
         for context in contexts:
             self.open_box(context, "Box of " + context.decode())
-        temporary = self.station.folder / "client update"
-        shutil.copy(NEXT, temporary)
+        temporary = self.station.folder / host.executable("client update")
+        shutil.copy(program_file("RVLClient-next"), temporary)
         old = set(processes(self.client))
         self.link.send("", "UPDATED_BINARY", windows_path(temporary))
         self.wait_end(board)
         self.link = self.peer.accept_login()
         self.server_hears_of("UI", "HELPER")  # they come again by themselves
         self.display.window(CAPTION)
-        running = lambda: processes(self.station.folder)
+        running = lambda: {**processes(self.client), **processes(temporary)}
         # A switchboard that is faster than the helper starts one, too; the newest stays.
         wait_until(lambda: sorted(running().values()) == [[], [b"-service_helper"], [b"-service_mode"]],
                    lambda: str(running()))
@@ -185,12 +189,12 @@ class Switchboard(Board):
         self.assertGreaterEqual(self.station.log().count(" starting (1.1.4)"), 3)
         self.assertNotIn("Forcing close", self.station.log())
 
-    def test_the_display_goes_away_while_boxes_are_open(self):
+    def test_the_session_ends_while_boxes_are_open(self):
         self.start_service()
         board, _, *contexts = self.open_board()
         for context in contexts:
             self.open_box(context, "Box of " + context.decode())
-        self.display.close()
+        self.station.machine.end_session(self.station, self.display)
         self.wait_end(board)
         wait_until(lambda: list(processes(self.client)) == [self.station.service.pid], "the end of the helper")
         self.assertIsNone(self.station.service.poll())
@@ -210,11 +214,11 @@ class ServiceWindow(Board):
         self.assertEqual(self.station.stop_service(), 0)
         self.assertEqual(service.stderr.read(), b"")
 
-    def test_its_display_goes_away(self):
+    def test_its_session_ends(self):
         service, _ = self.start_debug_service()
         self.link = self.peer.accept_login()
         board, *_ = self.open_board()
-        self.display.close()
+        self.station.machine.end_session(self.station, self.display)
         self.wait_end(service)
         self.wait_end(board)
         wait_until(lambda: not processes(self.client), "the end of the helper")
@@ -230,15 +234,23 @@ class ServiceWindow(Board):
 
 
 class NoDisplay(unittest.TestCase):
-    def test_only_the_service_does_without(self):
+    def stations(self):
         for display in ({}, {"DISPLAY": ":4711"}, {"DISPLAY": "no such host:0"}):
             station = Workstation(None, ASAN_OPTIONS="detect_leaks=0", **display)
             self.addCleanup(station.close)
+            yield display, station
+
+    def test_windows_do_not_do_without(self):
+        for display, station in self.stations():
             for arguments, window in (((), "switchboard"), (("-service_helper",), "helper"),
                                       (("-start_frontend", "3", "Orders"), "start-front-end window")):
                 with self.subTest(window, **display):
                     self.assertEqual(station.run(*arguments), (1, "", "The %s needs a display\n" % window))
-            with self.subTest("service", **display):
+
+    @host.needs("a way to stop a program without windows")
+    def test_the_service_does_without(self):
+        for display, station in self.stations():
+            with self.subTest(**display):
                 service = station.start_service("-service_mode-debug")
                 self.assertEqual((station.stop_service(), service.stderr.read()), (0, b""))
 

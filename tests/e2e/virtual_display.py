@@ -3,8 +3,10 @@
 import ctypes
 import os
 import subprocess
+import time
 import unittest
 
+import host
 from workstation import Workstation, wait_until
 
 
@@ -46,11 +48,30 @@ class Display:
 
     def window(self, title):
         """The id of one of them, once there is one."""
-        wait_until(lambda: self.windows(title), "the window " + title)
-        return self.windows(title)[0]
+        found = []
+
+        def is_there():
+            found[:] = self.windows(title)
+            return found
+        wait_until(is_there, "the window " + title)
+        return found[0]
 
     def press(self, window, *keys):
-        self.xdotool("windowfocus", "--sync", window, "key", "--clearmodifiers", *keys)
+        if host.FOCUS_SECONDS:
+            self._leave_focus()
+        self.xdotool("windowfocus", "--sync", window)
+        time.sleep(host.FOCUS_SECONDS)
+        self.xdotool("key", "--clearmodifiers", *keys)
+
+    def _leave_focus(self):
+        """So that the next window that gets the keyboard notices, also when it had it: there is no window manager to
+        tell the display what programs do among themselves."""
+        x11 = ctypes.CDLL("libX11.so.6")
+        x11.XOpenDisplay.restype = ctypes.c_void_p
+        display = ctypes.c_void_p(x11.XOpenDisplay(self.name.encode()))
+        x11.XSetInputFocus(display, ctypes.c_ulong(0), 0, ctypes.c_ulong(0))
+        x11.XCloseDisplay(display)
+        time.sleep(host.FOCUS_SECONDS)
 
     def answer(self, title, answered):
         """Presses Enter in the windows with this title, which may come one after the other, until it is answered."""

@@ -3,12 +3,13 @@ what their user did."""
 
 import os
 
+import host
 import private_network
 import workstation
 from virtual_display import DisplayTest
 from workstation import wait_until
 
-PROBE = workstation.BIN.resolve().parent / "tests" / "window_probe"
+PROBE = workstation.program_file("window_probe")
 LOG = PROBE.with_suffix(".log")  # of the probes, which do not run on the workstation
 PLACE = r"HKCU\Software\Ravelin\Client\WindowPos"
 
@@ -70,7 +71,8 @@ class Windows(DisplayTest):
 
     def test_a_double_click_starts(self):
         probe, window = self.open_switchboard()
-        self.display.xdotool("mousemove", "--window", window, "110", "45", "click", "--repeat", "2", "1")
+        left, top = host.FRAME
+        self.display.xdotool("mousemove", "--window", window, str(left + 110), str(top + 45), "click", "--repeat", "2", "1")
         probe.wait_for("start 17 Orders", "start 17 Orders")
         self.display.press(window, "Escape")
         self.ends(probe)

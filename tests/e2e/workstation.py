@@ -11,6 +11,9 @@ import subprocess
 import tempfile
 import time
 
+import host
+from host import processes, windows_path  # noqa: F401
+
 BIN = pathlib.Path(os.environ.get("RVL_BIN", pathlib.Path(__file__).parents[2] / "build/release/bin"))
 DEADLINE = 15  # seconds in which everything awaited happens, also on a busy machine
 
@@ -31,62 +34,60 @@ def kill(pid):
         os.kill(pid, signal.SIGKILL)
 
 
-def processes(program):
-    """Process ids and command lines of what runs from a file, or from files below a folder, also when the file has been
-    replaced meanwhile."""
-    found = {}
-    for folder in pathlib.Path("/proc").glob("[0-9]*"):
-        try:
-            path = pathlib.Path(os.readlink(folder / "exe").removesuffix(" (deleted)"))
-            if program == path or program in path.parents:
-                found[int(folder.name)] = (folder / "cmdline").read_bytes().split(b"\0")[1:-1]
-        except OSError:
-            pass  # it has ended
-    return found
-
-
-def windows_path(host):
-    """How the program names a host path outside its drive C:."""
-    return "Z:" + str(host).replace("/", "\\")
+def program_file(name):
+    """A program of the build, or one that the tests are built with."""
+    file = BIN / host.executable(name)
+    return file if file.exists() else BIN.resolve().parent / "tests" / file.name
 
 
 class Workstation:
+    program_file = staticmethod(program_file)
+
     def __init__(self, address="localhost", **environment):
         """The Settings row names the server address; None leaves the database to the first start."""
-        self._folder = tempfile.TemporaryDirectory(prefix="rvl-e2e-")
+        self._folder = tempfile.TemporaryDirectory(prefix="rvl-e2e-", dir=host.folder_for_workstations())
         self.folder = pathlib.Path(self._folder.name)
-        self.root = self.folder / "root"
+        self.machine = host.Machine(self.folder, **environment)
+        self.root = self.machine.root
         self.bin = self.folder / "bin"
         self.bin.mkdir()
-        for name in ("RVLClient", "RVLClientTemplate.mdb", "RavelinTools.so", "rvlreg"):
-            shutil.copy(BIN / name, self.bin)
+        self.client = self.bin / host.executable("RVLClient")
+        self.copy_programs()
         self.log_path = self.bin / "RVLClient.log"
-        self.database = self.root / "drive_c/ProgramData/Ravelin/Client/RVLClient.mdb"
-        self.environment = {"PATH": os.environ.get("PATH", ""), "RVL_ROOT": str(self.root), "RVL_USER": "ann",
-                            "RVL_DOMAIN": "OFFICE", **environment}
+        self.database = self.host("C:\\ProgramData\\Ravelin\\Client\\RVLClient.mdb")
+        self.environment = self.machine.environment
         self.service = None
         self._processes = []
         self._mounts = []
         if address is not None:
             self.prepare_database(ServerAddress=address)
 
-    def end_processes(self, program=None):
-        """Those of one program, or all, also what the programs have started, which is nobody's child."""
+    def copy_programs(self):
+        for name in (host.executable("RVLClient"), "RVLClientTemplate.mdb", host.TOOLS_LIBRARY, host.executable("rvlreg")):
+            shutil.copy(BIN / name, self.bin)
+
+    def end_processes(self, program):
+        """Those of one program, or of all in a folder, also what the programs have started, which is nobody's child."""
         def kill_all():
             """True when nothing runs any more: what is killed may just have started its successor."""
-            running = processes(program or self.folder)
+            running = processes(program)
             for pid in running:
                 kill(pid)
             return not running
 
         wait_until(kill_all, "the end of every process")
 
+    def cut_power(self):
+        self.end_processes(self.folder)
+        self.machine.restart()
+
     def close(self):
         for process in self._processes:
             if process.poll() is None:
                 process.kill()
             process.communicate()
-        self.end_processes()
+        self.end_processes(self.folder)
+        self.machine.end()
         for place in self._mounts:
             # A killed process that is nobody's child lets go of its files a moment later.
             wait_until(lambda place=place: subprocess.run(["umount", place]).returncode == 0, "umount %s" % place)
@@ -123,9 +124,14 @@ class Workstation:
 
     def start(self, *arguments, program="RVLClient", user=None):
         """Starts a program, as another user if asked to, without waiting for it to end."""
-        process = subprocess.Popen([self.bin / program, *arguments], env=self.environment, cwd=self.folder,
-                                   user=user, group=user, extra_groups=None if user is None else [],
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        begin = len(self.log())
+        file = program if isinstance(program, pathlib.Path) else self.bin / host.executable(program)
+        process = host.Process(self.machine.command(file, *arguments), env=self.environment, cwd=self.folder, user=user,
+                               group=user, extra_groups=None if user is None else [], stdin=subprocess.DEVNULL)
+        return self._remember(process, arguments, begin)
+
+    def _remember(self, process, arguments, begin):
+        process.arguments, process.begin_in_log = arguments, begin
         self._processes.append(process)
         return process
 
@@ -136,34 +142,45 @@ class Workstation:
             output, errors = process.communicate(timeout=DEADLINE)
         except subprocess.TimeoutExpired:
             raise AssertionError("%r does not end; log:\n%s" % (arguments, self.log())) from None
-        return process.returncode, output.decode(), errors.decode()
+        return process.returncode, *(text.decode().replace("\r\n", "\n") for text in (output, errors))
 
     def rvlreg(self, *arguments):
         """Returns the exit status and the output, line by line."""
         status, output, _ = self.run(*arguments, program="rvlreg")
         return status, output.splitlines()
 
+    def launch_service(self, argument="-service_mode"):
+        """Does not wait for it to be the service."""
+        begin = len(self.log())
+        self.service = self._remember(self.machine.start_service(self, argument), [argument], begin)
+
     def start_service(self, argument="-service_mode"):
         begun = self.log().count("Service started")
-        self.service = self.start(argument)
+        self.launch_service(argument)
         wait_until(lambda: self.service.poll() is not None or self.log().count("Service started") > begun,
                    lambda: "the start of the service; log:\n" + self.log())
         assert self.service.poll() is None, "the service has ended; log:\n" + self.log()
         return self.service
 
-    def stop_service(self, control=signal.SIGTERM):
+    def stop_service(self):
         """Returns the exit code."""
-        self.service.send_signal(control)
+        self.machine.stop_service(self, self.service)
+        return self._end_of_service()
+
+    def interrupt_service(self):
+        """As the person does who has started it in a terminal; returns the exit code."""
+        self.service.send_signal(signal.SIGINT)
+        return self._end_of_service()
+
+    def kill_service(self):
+        self.service.send_signal(signal.SIGKILL)
+        self._end_of_service()
+
+    def _end_of_service(self):
         try:
             return self.service.wait(DEADLINE)
         except subprocess.TimeoutExpired:
             raise AssertionError("the service does not end; log:\n" + self.log()) from None
-
-    def kill_service(self):
-        self.stop_service(signal.SIGKILL)
-
-    def open_descriptors(self):
-        return len(os.listdir("/proc/%d/fd" % self.service.pid))
 
     # The log
 
@@ -179,7 +196,8 @@ class Workstation:
                 entries.append([int(prefix[2]), prefix[1], line[prefix.end():]])
             else:
                 entries[-1][2] += "\r\n" + line
-        return [(tag, text) for pid, tag, text in entries if process is None or pid == process.pid]
+        pid = None if process is None else self.machine.process_in_log(self, process)
+        return [(tag, text) for logged, tag, text in entries if pid in (None, logged)]
 
     def wait_log(self, text, count=1):
         wait_until(lambda: self.log().count(text) >= count,
@@ -188,7 +206,7 @@ class Workstation:
     # Files of drive C:
 
     def host(self, path):
-        return self.root / "drive_c" / path[3:].replace("\\", "/")
+        return self.machine.path(path)
 
     def write(self, path, content=b""):
         host = self.host(path)

@@ -44,10 +44,7 @@ int Run(const Options& options) {
 }
 
 std::vector<Text> Arguments(int argc, char** argv) try {
-    std::vector<Text> arguments;
-    for (int index = 1; index < argc; ++index)
-        arguments.push_back(TextFromUtf8(argv[index]));
-    return arguments;
+    return platform::ProgramWords(argc, argv);
 } catch (const Error&) {
     throw WrongUsage{"an argument holds characters beyond ISO 8859-1"};
 }

@@ -9,9 +9,6 @@ namespace rvl::msaccess {
 
 // What the system of this desktop does its own way.
 
-/// The program's arguments, without its name.
-std::vector<Text> ProgramArguments(int argc, const char* const* argv);
-
 /// Shows the main window of a database (a full path, empty for none), which does what it is told, until it is
 /// closed or told to end. Returns the exit code.
 int RunMainWindow(const Text& database, const std::vector<Order>& orders);

@@ -85,7 +85,7 @@ int Run(const std::vector<Text>& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) try {
-    return Run(ProgramArguments(argc, argv));
+    return Run(platform::ProgramWords(argc, argv));
 } catch (const std::exception& error) {
     platform::WriteStandardError(Text("msaccess: ") + error.what());
     return kFailed;

@@ -30,6 +30,14 @@ Var ServiceProcess
 !macroend
 
 !macro DefineService un
+    ; The program that is registered as the service, empty when there is none, in $0.
+    Function ${un}ReadServiceProgram
+        ReadRegStr $0 HKLM "SYSTEM\CurrentControlSet\Services\${SERVICE}" ImagePath
+        System::Call 'shlwapi::PathRemoveArgsW(w r0 r0)'
+        System::Call 'shlwapi::PathUnquoteSpacesW(w r0 r0)'
+        ClearErrors
+    FunctionEnd
+
     Function ${un}QueryService
         StrCpy $ServiceState -1
         StrCpy $ServiceProcess 0

@@ -15,13 +15,6 @@ bool IsThere(const Desktop& desktop) {
 
 }  // namespace
 
-std::vector<Text> ProgramArguments(int argc, const char* const* argv) {
-    std::vector<Text> arguments;
-    for (int index = 1; index < argc; ++index)
-        arguments.push_back(TextFromUtf8(argv[index]));
-    return arguments;
-}
-
 int RunMainWindow(const Text& database, const std::vector<Order>& orders) {
     const Desktop desktop;
     if (!IsThere(desktop)) return kFailed;
