@@ -1,7 +1,6 @@
 # The desktops of the demo: displays of their own where there is none, and pictures of the windows. Sourced by ./demo.
 
 displays=
-other_display=
 
 # Starts an X server; its name is left in `started`.
 start_x_server() {
@@ -14,15 +13,18 @@ start_x_server() {
     started=":$number"
 }
 
-# The window manager gives the windows their title bars.
-start_displays() {
-    start_x_server
-    other_display=$started
+# start_display [COMMAND]: one with the window manager that the command starts, which Windows does without.
+start_display() {
     if [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; then return; fi
     start_x_server
     export DISPLAY=$started
     xsetroot -solid '#3a6ea5'
-    openbox --config-file /dev/null >/dev/null 2>&1 &
+    "$@"
+}
+
+start_openbox() {
+    echo '<openbox_config xmlns="http://openbox.org/3.4/rc"/>' >"$workstation/openbox.xml"
+    openbox --config-file "$workstation/openbox.xml" >/dev/null 2>&1 &
     displays="$! $displays"
 }
 
@@ -64,7 +66,7 @@ picture() {
     local window
     window=$(window_of "$2")
     import -silent -frame -window "${window:?"$2" has gone}" "$pictures/$1.png"
-    echo "    picture | $pictures/$1.png"
+    echo "    picture | $pictures/$1.png" | tee -a "$workstation/shown"
 }
 
 # keys TITLE KEY...: typed into the window of this title.
