@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include "platform/win32/ask_on_thread.h"
 #include "platform/win32/automation.h"
+#include "platform/win32/question.h"
 #include "platform/win32/wide.h"
 
 namespace rvl::platform {

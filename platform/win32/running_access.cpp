@@ -3,8 +3,8 @@
 #include <map>
 
 #include "platform/win32/access_application.h"
-#include "platform/win32/ask_on_thread.h"
 #include "platform/win32/automation.h"
+#include "platform/win32/question.h"
 #include "platform/win32/window_handle.h"
 
 namespace rvl::platform {

@@ -4,9 +4,9 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <utility>
 
+#include "platform/win32/run_on_thread.h"
 #include "platform/win32/service_status.h"
 #include "platform/win32/started_by_manager.h"
 #include "platform/win32/unique_handle.h"
@@ -69,7 +69,7 @@ int ConnectToServiceManager(const Text& serviceName, std::function<void(int)> co
     connection->name = Wide(serviceName);
     connection->control = std::move(control);
     Current() = connection;
-    std::thread([connection] { Dispatch(*connection); }).detach();
+    if (!RunOnThread([connection] { Dispatch(*connection); })) return ERROR_NOT_ENOUGH_MEMORY;
     const int code = connection->answer.get_future().get();
     if (code != 0) Current() = nullptr;
     return code;

@@ -5,43 +5,35 @@
 #include <exception>
 #include <memory>
 #include <optional>
-#include <thread>
 #include <utility>
 
 #include "platform/win32/com.h"
+#include "platform/win32/run_on_thread.h"
 #include "platform/win32/unique_handle.h"
 
 namespace rvl::platform {
 
-/// Code that a thread still runs is never unloaded.
-inline void KeepThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
-                       reinterpret_cast<const wchar_t*>(&KeepThisModule), &module);
-}
-
-/// Something that is asked of another program or a network drive, which may never answer: on a thread of its
+/// Something that is asked of another program or a network drive, which may never answer, on a thread of its
 /// own with the component library. Who waits long enough gives up the answer.
 template <class Answer>
 class Question {
  public:
-    /// `ask` owns what it uses.
     template <class Ask>
     explicit Question(Ask ask) : m_state(std::make_shared<State>()) {
-        KeepThisModule();
-        std::thread([state = m_state, ask = std::move(ask)] {
-            const ComScope com;
+        const bool asked = RunOnThread([state = m_state, ask = std::move(ask)] {
             state->Find(ask);
-        }).detach();
-    }
-
-    /// None when it has not been answered in this time, or ended with an exception.
-    std::optional<Answer> Wait(DWORD milliseconds) const {
-        return IsOver(milliseconds) ? m_state->answer : std::nullopt;
+            SetEvent(state->over.get());
+        });
+        if (!asked) SetEvent(m_state->over.get());
     }
 
     bool IsOver(DWORD milliseconds) const {
         return WaitForSingleObject(m_state->over.get(), milliseconds) == WAIT_OBJECT_0;
+    }
+
+    /// None when there is no answer within this time, or it was an exception.
+    std::optional<Answer> Wait(DWORD milliseconds) const {
+        return IsOver(milliseconds) ? m_state->answer : std::nullopt;
     }
 
  private:
@@ -52,10 +44,10 @@ class Question {
         template <class Ask>
         void Find(const Ask& ask) noexcept {
             try {
+                const ComScope com;
                 answer = ask();
-            } catch (const std::exception&) {  // there is no answer
+            } catch (const std::exception&) {  // none
             }
-            SetEvent(over.get());
         }
     };
 
