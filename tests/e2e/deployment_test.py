@@ -5,7 +5,6 @@ import hashlib
 import random
 import subprocess
 import time
-import unittest
 
 import host
 import private_network

@@ -173,8 +173,9 @@ class Publishing(FrontendTest):
 
     def test_everything_described(self):
         self.stage()
-        self.publish(options=("--main=\xe9t\xe9/" + host.file_name("L'ANN\xe9E \"1\".dat"), "--version-label=", "--access-versions=8,9",
-                              "--mdw=C:\\s.mdw", "--icon=Z.TXT", "--desktop-icon=", "--menu-icon=Menu\\O",
+        self.publish(options=("--main=\xe9t\xe9/" + host.file_name("L'ANN\xe9E \"1\".dat"),
+                              "--version-label=", "--access-versions=8,9", "--mdw=C:\\s.mdw",
+                              "--icon=Z.TXT", "--desktop-icon=", "--menu-icon=Menu\\O",
                               "--destination=custom", "--custom-folder=D:\\f", "--staging=D:\\s"))
         self.assertEqual(self.client.heard[0], message(
             "", "FRONTEND_ADD", 3, 12, "Bob's \"Orders\"", "D:\\s\\3\\12\\", ACCENTS, "8,9",

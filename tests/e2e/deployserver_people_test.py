@@ -35,8 +35,8 @@ class People(unittest.TestCase):
     def serve(self, *options):
         self.output = self.folder / "server.out"
         with open(self.output, "wb") as output:
-            self.server = subprocess.Popen(self.command(*options), env=self.workstation.environment, stdin=subprocess.PIPE,
-                                           stdout=output)
+            self.server = subprocess.Popen(self.command(*options), env=self.workstation.environment,
+                                           stdin=subprocess.PIPE, stdout=output)
         self.addCleanup(self.server.communicate)
         self.addCleanup(self.server.kill)
 

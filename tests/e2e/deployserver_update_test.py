@@ -1,7 +1,6 @@
 """The deployment server's updates of the client: a workstation that is played here, and an installed service."""
 
 import itertools
-import unittest
 
 import host
 import private_network
@@ -89,7 +88,8 @@ class InstalledService(FrontendTest):
         station = Workstation()
         self.addCleanup(station.close)
         received = station.host(REMOTE).with_name(host.executable("RVLClient-next"))
-        self.start("--once", "--update", host.argument(program_file("RVLClient-next")), *EXPECTED, "--update-timeout=90")
+        update = ("--update", host.argument(program_file("RVLClient-next")))
+        self.start("--once", *update, *EXPECTED, "--update-timeout=90")
         self.assertEqual(station.run("-install-silent")[0], 0)
         output, _ = self.server.communicate(timeout=100)
         self.assertEqual(self.server.returncode, 0, output + station.log()[-3000:])

@@ -144,7 +144,8 @@ class Machine:
     def tags(self, station, window):
         """What the programs have noted at a window: {"RVL_FrontendID": 3}."""
         noted = self._xprop(station, window)
-        return {name: int(number) for name, number in re.findall(r"^(RVL_\w+)\(CARDINAL\) = (\d+)", noted, re.MULTILINE)}
+        numbers = re.findall(r"^(RVL_\w+)\(CARDINAL\) = (\d+)", noted, re.MULTILINE)
+        return {name: int(number) for name, number in numbers}
 
     def order_access(self, station, window, order):
         self._xprop(station, window, "-f", "MSACCESS_COMMAND", "8u", "-set", "MSACCESS_COMMAND", order)

@@ -72,7 +72,8 @@ class Windows(DisplayTest):
     def test_a_double_click_starts(self):
         probe, window = self.open_switchboard()
         left, top = host.FRAME
-        self.display.xdotool("mousemove", "--window", window, str(left + 110), str(top + 45), "click", "--repeat", "2", "1")
+        self.display.xdotool("mousemove", "--window", window, str(left + 110), str(top + 45))
+        self.display.xdotool("click", "--repeat", "2", "1")
         probe.wait_for("start 17 Orders", "start 17 Orders")
         self.display.press(window, "Escape")
         self.ends(probe)

@@ -63,7 +63,8 @@ class Workstation:
             self.prepare_database(ServerAddress=address)
 
     def copy_programs(self):
-        for name in (host.executable("RVLClient"), "RVLClientTemplate.mdb", host.TOOLS_LIBRARY, host.executable("rvlreg")):
+        programs = map(host.executable, ("RVLClient", "rvlreg"))
+        for name in (*programs, "RVLClientTemplate.mdb", host.TOOLS_LIBRARY):
             shutil.copy(BIN / name, self.bin)
 
     def end_processes(self, program):
