@@ -3,6 +3,7 @@
 #include <wx/button.h>
 #include <wx/display.h>
 #include <wx/hyperlink.h>
+#include <wx/panel.h>
 #include <wx/sizer.h>
 
 #include "ui/accessibility.h"
@@ -17,7 +18,8 @@ namespace rvl {
 AdministratorMessageWindow::AdministratorMessageWindow(const AdministratorMessageFactory& factory)
     : wxFrame(nullptr, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, kOnTopStyle,
               "frmClientTerminateFrontend"),
-      m_message(new HTMLView(this, "txtMessage")),
+      m_page(new wxPanel(this)),
+      m_message(new HTMLView(m_page, "txtMessage")),
       m_closeNow(MakeButton("cmdCloseNow", "Close &Database Now", [this] { m_operations.closeNow(); })),
       m_continue(MakeButton("cmdContinue", "Continue &Working", [this] { m_operations.continueWorking(); })),
       m_operations(factory(*this)) {
@@ -31,7 +33,7 @@ AdministratorMessageWindow::AdministratorMessageWindow(const AdministratorMessag
 wxButton* AdministratorMessageWindow::MakeButton(const char* name, const char* label,
                                                  std::function<void()> clicked) {
     auto* button =
-        new wxButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, 0, wxDefaultValidator, name);
+        new wxButton(m_page, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, 0, wxDefaultValidator, name);
     button->Bind(wxEVT_BUTTON, [clicked = std::move(clicked)](wxCommandEvent&) { clicked(); });
     return button;
 }
@@ -45,7 +47,10 @@ void AdministratorMessageWindow::Arrange() {
     all->Add(m_message, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(10)));
     all->Add(m_links, wxSizerFlags().Border(wxALL & ~wxTOP, FromDIP(10)));
     all->Add(buttons, wxSizerFlags().Right().Border(wxALL & ~wxTOP, FromDIP(10)));
-    SetSizer(all);
+    m_page->SetSizer(all);
+    auto* whole = new wxBoxSizer(wxVERTICAL);
+    whole->Add(m_page, wxSizerFlags(1).Expand());
+    SetSizer(whole);
     SetClientSize(GetCharWidth() * 64, GetCharHeight() * 18);
     wxSize size = GetSize();
     size.DecTo(wxDisplay(this).GetClientArea().GetSize());
@@ -62,11 +67,12 @@ void AdministratorMessageWindow::SetMessage(const Text& html) {
     for (const wxString& address : m_message->Links())
         AddLink(address);
     Layout();
+    m_page->Layout();
 }
 
 /// The message itself can only be clicked: what it links to is within reach of the keyboard below it.
 void AdministratorMessageWindow::AddLink(const wxString& address) {
-    auto* link = new wxHyperlinkCtrl(this, wxID_ANY, address, address);
+    auto* link = new wxHyperlinkCtrl(m_page, wxID_ANY, address, address);
     link->Bind(wxEVT_HYPERLINK, [](wxHyperlinkEvent& event) { HTMLView::OpenLink(event.GetURL()); });
     m_links->Add(link);
 }

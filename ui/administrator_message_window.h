@@ -8,6 +8,7 @@
 #include "session/helper_windows.h"
 
 class wxButton;
+class wxPanel;
 
 namespace rvl {
 
@@ -43,7 +44,8 @@ class AdministratorMessageWindow : public wxFrame, public AdministratorMessageVi
     void AddLink(const wxString& address);
     void OnClose(wxCloseEvent& event);
 
-    HTMLView* m_message;  ///< txtMessage; owned by the toolkit, as every control
+    wxPanel* m_page;      ///< takes care of the keys; owned by the toolkit, as every control
+    HTMLView* m_message;  ///< txtMessage
     wxButton* m_closeNow;
     wxButton* m_continue;
     wxSizer* m_links = nullptr;

@@ -18,7 +18,7 @@ constexpr long kStyle = wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL;
 FrontendList::FrontendList(wxWindow* parent, long look)
     : wxListView(parent, wxID_ANY, wxDefaultPosition, parent->FromDIP(kSmallest), look | kStyle),
       m_update(*this, [this] { FinishBatch(); }) {
-    Bind(wxEVT_CHAR, [this](wxKeyEvent& event) {
+    Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
         const bool selects = event.GetKeyCode() == WXK_SPACE;  // the toolkit's list would start it
         if (selects && GetFocusedItem() != -1) Select(GetFocusedItem());
         event.Skip(!selects);
@@ -90,9 +90,9 @@ void FrontendList::SelectAgain() {
     if (GetItemCount() == 0 || GetFirstSelected() != -1) return;
     const long selected = m_selectedId == 0 ? wxNOT_FOUND : IndexOf(m_selectedId);
     const long index = selected == wxNOT_FOUND ? DefaultIndex() : selected;
-    if (index == wxNOT_FOUND) return;
-    Select(index);
-    Focus(index);
+    if (index != wxNOT_FOUND) Select(index);
+    // Not every system's list has a row from which the keys begin.
+    if (index != wxNOT_FOUND || GetFocusedItem() == -1) Focus(std::max(index, 0L));
 }
 
 void FrontendList::FitColumns() {

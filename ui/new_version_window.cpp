@@ -1,6 +1,7 @@
 #include "ui/new_version_window.h"
 
 #include <wx/button.h>
+#include <wx/panel.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
@@ -29,10 +30,11 @@ NewVersionWindow::NewVersionWindow(std::int32_t frontendId, const Text& caption,
 }
 
 void NewVersionWindow::Arrange(const Text& message) {
-    auto* label = new wxStaticText(this, wxID_ANY, ToWxLabel(message), wxDefaultPosition, wxDefaultSize, 0,
+    auto* page = new wxPanel(this);  // takes care of the keys
+    auto* label = new wxStaticText(page, wxID_ANY, ToWxLabel(message), wxDefaultPosition, wxDefaultSize, 0,
                                    "lblMessage");
     label->Wrap(GetCharWidth() * kTextWidth);
-    auto* close = new wxButton(this, wxID_OK, "OK", wxDefaultPosition, wxDefaultSize, 0, wxDefaultValidator,
+    auto* close = new wxButton(page, wxID_OK, "OK", wxDefaultPosition, wxDefaultSize, 0, wxDefaultValidator,
                                "cmdClose");
     close->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); });
     close->SetDefault();
@@ -40,8 +42,11 @@ void NewVersionWindow::Arrange(const Text& message) {
     auto* all = new wxBoxSizer(wxVERTICAL);
     all->Add(label, wxSizerFlags().Expand().Border(wxALL, FromDIP(12)));
     all->Add(close, wxSizerFlags().Centre().Border(wxALL & ~wxTOP, FromDIP(12)));
-    SetSizer(all);
-    all->SetSizeHints(this);
+    page->SetSizer(all);
+    auto* whole = new wxBoxSizer(wxVERTICAL);
+    whole->Add(page, wxSizerFlags(1).Expand());
+    SetSizer(whole);
+    whole->SetSizeHints(this);
 }
 
 void NewVersionWindow::Discard() {

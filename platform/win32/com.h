@@ -15,7 +15,8 @@ namespace rvl::platform {
 /// already keeps it.
 class ComScope {
  public:
-    ComScope() : m_started(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE))) {}
+    ComScope()
+        : m_started(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE))) {}
     ~ComScope() {
         if (m_started) CoUninitialize();
     }

@@ -19,7 +19,8 @@ std::function<void()>& ErrorHandler() {
     return handler;
 }
 
-/// What was posted and has not run. One message at a time stands for all of it: the system's queue is bounded.
+/// What was posted and has not run. One message at a time stands for all of it: the system's queue is
+/// bounded.
 struct PostedEvents {
     std::mutex mutex;
     std::deque<std::function<void()>> events;

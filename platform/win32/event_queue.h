@@ -6,8 +6,8 @@
 
 namespace rvl::platform {
 
-/// The hidden window of the event loop's thread, to which sockets, lookups and timers report. The first use of
-/// the loop makes it.
+/// The hidden window of the event loop's thread, to which sockets, lookups and timers report. The first use
+/// of the loop makes it.
 HWND NotificationWindow();
 
 /// As PostEvent, from any thread. What is posted when no loop runs waits for the next one.

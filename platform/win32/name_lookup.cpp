@@ -14,8 +14,7 @@ namespace rvl::platform {
 /// The system writes into the buffer until the lookup has completed or is cancelled.
 struct NameLookup::Impl {
     explicit Impl(Completion whenDone)
-        : m_completion(std::move(whenDone)),
-          m_done([this](WPARAM task, LPARAM result) {
+        : m_completion(std::move(whenDone)), m_done([this](WPARAM task, LPARAM result) {
               if (reinterpret_cast<HANDLE>(task) == m_task) Complete(WSAGETASYNCERROR(result));
           }) {}
 
@@ -74,8 +73,8 @@ NameLookup::~NameLookup() {
 std::unique_ptr<NameLookup> NameLookup::Forward(const Text& host, Completion completion) {
     auto impl = std::make_shared<Impl>(std::move(completion));
     impl->host = host;
-    impl->Begin(impl, WSAAsyncGetHostByName(NotificationWindow(), impl->Message(), host.c_str(), impl->Buffer(),
-                                            impl->BufferSize()));
+    impl->Begin(impl, WSAAsyncGetHostByName(NotificationWindow(), impl->Message(), host.c_str(),
+                                            impl->Buffer(), impl->BufferSize()));
     return std::unique_ptr<NameLookup>(new NameLookup(std::move(impl)));
 }
 
@@ -83,9 +82,10 @@ std::unique_ptr<NameLookup> NameLookup::Reverse(std::uint32_t address, Completio
     auto impl = std::make_shared<Impl>(std::move(completion));
     impl->address = address;
     impl->reverse = true;
-    impl->Begin(impl, WSAAsyncGetHostByAddr(NotificationWindow(), impl->Message(),
-                                            reinterpret_cast<const char*>(&impl->address),
-                                            sizeof impl->address, AF_INET, impl->Buffer(), impl->BufferSize()));
+    impl->Begin(impl,
+                WSAAsyncGetHostByAddr(NotificationWindow(), impl->Message(),
+                                      reinterpret_cast<const char*>(&impl->address), sizeof impl->address,
+                                      AF_INET, impl->Buffer(), impl->BufferSize()));
     return std::unique_ptr<NameLookup>(new NameLookup(std::move(impl)));
 }
 

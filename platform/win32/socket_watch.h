@@ -10,8 +10,8 @@
 
 namespace rvl::platform {
 
-/// Asynchronous selection of one socket: its network events (FD_READ ...) arrive as messages. They never nest;
-/// those that come while one is handled wait for it.
+/// Asynchronous selection of one socket: its network events (FD_READ ...) arrive as messages. They never
+/// nest; those that come while one is handled wait for it.
 class SocketWatch {
  public:
     using Handler = std::function<void(int event, int error)>;
@@ -34,7 +34,8 @@ class SocketWatch {
     Handler m_handler;
     std::deque<LPARAM> m_waiting;
     bool m_handling = false;
-    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);  ///< false for the handling that outlives this
+    std::shared_ptr<bool> m_alive =
+        std::make_shared<bool>(true);  ///< false for the handling that outlives this
     Notification m_selection;
 };
 

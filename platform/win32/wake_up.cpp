@@ -13,8 +13,8 @@ FILETIME RelativeTime(std::uint64_t milliseconds) {
 
 }  // namespace
 
-/// The thread pool's timers, which post a message: the window timers of the system come only when nothing else
-/// does, so that busy sockets would hold them up.
+/// The thread pool's timers, which post a message: the window timers of the system come only when nothing
+/// else does, so that busy sockets would hold them up.
 struct WakeUp::Impl {
     explicit Impl(std::function<void()> handler)
         : m_handler(std::move(handler)),

@@ -16,7 +16,8 @@ Text Narrow(std::wstring_view wide) {
 }
 
 std::optional<Text> TryNarrow(std::wstring_view wide) {
-    const bool fits = std::all_of(wide.begin(), wide.end(), [](wchar_t character) { return character < 256; });
+    const bool fits =
+        std::all_of(wide.begin(), wide.end(), [](wchar_t character) { return character < 256; });
     return fits ? std::optional(Narrow(wide)) : std::nullopt;
 }
 

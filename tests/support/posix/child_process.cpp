@@ -15,7 +15,7 @@ constexpr const char* kVariable = "RVL_TEST_CHILD";
 
 }  // namespace
 
-const int kAffordableProcesses = 66;
+const int kAffordableProcesses = 32;
 
 ChildProcess::ChildProcess(const std::string& test, const std::string& argument) {
     const pid_t child = fork();
