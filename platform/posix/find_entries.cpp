@@ -11,32 +11,13 @@
 #include "platform/files.h"
 #include "platform/latin1_case.h"
 #include "platform/posix/host_path.h"
+#include "platform/wildcard.h"
 
 namespace rvl::platform {
 namespace {
 
 bool ComesBefore(char one, char other) {
     return static_cast<unsigned char>(LowerLatin1(one)) < static_cast<unsigned char>(LowerLatin1(other));
-}
-
-/// Matches * and ? without regard to case, in linear time over the last star.
-bool MatchesWildcard(TextView name, TextView pattern) {
-    std::size_t n = 0, p = 0, starPattern = TextView::npos, starName = 0;
-    while (n < name.size()) {
-        if (p < pattern.size() && pattern[p] == '*') {
-            starPattern = p++;
-            starName = n;
-        } else if (p < pattern.size() &&
-                   (pattern[p] == '?' || LowerLatin1(pattern[p]) == LowerLatin1(name[n]))) {
-            ++n, ++p;
-        } else if (starPattern != TextView::npos) {
-            p = starPattern + 1;
-            n = ++starName;
-        } else {
-            return false;
-        }
-    }
-    return pattern.find_first_not_of('*', p) == TextView::npos;
 }
 
 std::uint32_t AttributesOf(const Text& name, const struct stat& status) {

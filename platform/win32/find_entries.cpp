@@ -4,10 +4,10 @@
 
 #include "platform/files.h"
 #include "platform/latin1_case.h"
+#include "platform/wildcard.h"
 #include "platform/win32/folder_listing.h"
 #include "platform/win32/long_path.h"
 #include "platform/win32/wide.h"
-#include "platform/win32/wildcard.h"
 
 namespace rvl::platform {
 namespace {

@@ -11,8 +11,8 @@
 
 #include "platform/files.h"
 #include "platform/full_path.h"
+#include "platform/link_file.h"
 #include "platform/win32/com.h"
-#include "platform/win32/link_file.h"
 #include "platform/win32/wide.h"
 
 namespace rvl::platform {

@@ -1,4 +1,4 @@
-#include "platform/win32/wildcard.h"
+#include "platform/wildcard.h"
 
 #include "platform/latin1_case.h"
 

@@ -1,4 +1,4 @@
-#include "platform/win32/link_file.h"
+#include "platform/link_file.h"
 
 #include "platform/file_handle.h"
 #include "platform/files.h"
