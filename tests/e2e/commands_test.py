@@ -5,6 +5,7 @@ import hashlib
 import os
 import time
 
+import host
 import private_network
 from running_service import RunningService
 from server_peer import connect_local, frame, message
@@ -68,6 +69,15 @@ class Folders(CommandsTest):
         self.assertEqual(echo[-3:], [b"CREATE_DIRECTORY", b"", b"x"])
         self.assertEqual(len(echo), 3 if command == b"GENERAL_SUCCESS" else 5)
         self.assertNotEqual(echo[0], b"87")
+
+
+class Rights(CommandsTest):
+    def test_removed_and_granted(self):
+        for command, *parameters, others in (("ACL_REMOVE_ALL", "1", "---"),
+                                             ("ACL_ADD", "RVL-INTERNAL\\Everyone", "1179785", "r--")):
+            self.assert_answer(("7", command, "C:\\a file", *parameters),
+                               ("7", "GENERAL_SUCCESS", command, "C:\\a file", *parameters))
+            self.assertEqual(host.rights(self.workstation.host("C:\\a file"))["other"], others)
 
 
 class FileInfo(CommandsTest):
