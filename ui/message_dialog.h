@@ -4,7 +4,7 @@
 
 namespace rvl {
 
-/// Shows a standard message box and returns the button pressed (runtime/dialogs.h).
+/// Shows a message box and returns the button pressed (runtime/dialogs.h).
 int ShowMessageDialog(const Text& prompt, int style, const Text& title);
 
 }  // namespace rvl
