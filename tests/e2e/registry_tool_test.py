@@ -99,7 +99,8 @@ class RegistryTool(unittest.TestCase):
 
     def test_several_at_once_while_others_are_killed(self):
         def write(name):
-            return [self.rvlreg("set", CLIENT + name, str(number), "number", str(number)) for number in range(15)]
+            return [self.workstation.run("set", CLIENT + name, str(number), "number", str(number), program="rvlreg")
+                    for number in range(15)]
 
         def kill():
             for number in range(15):
@@ -112,7 +113,7 @@ class RegistryTool(unittest.TestCase):
 
         with concurrent.futures.ThreadPoolExecutor() as pool:
             victims = pool.submit(kill)
-            self.assertEqual(list(pool.map(write, ("A", "B"))), [[(0, [])] * 15] * 2)
+            self.assertEqual(list(pool.map(write, ("A", "B"))), [[(0, "", "")] * 15] * 2)
             victims.result()
         for name in ("A", "B"):
             self.assertEqual(sorted(self.rvlreg("list", CLIENT + name)[1]),
