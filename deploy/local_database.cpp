@@ -1,6 +1,7 @@
 #include "deploy/local_database.h"
 
 #include "deploy/database_errors.h"
+#include "deploy/ntfs_permissions.h"
 #include "platform/files.h"
 #include "runtime/folders.h"
 #include "runtime/log_file.h"
@@ -27,6 +28,15 @@ Text WithoutExtension(const Text& fileName) {
 void CreateFolder(const Text& folder) {
     ErrorRecord problem;
     if (!CreateLongDirectory(folder, &problem)) RaiseFileError(problem.Number, problem.Description);
+}
+
+/// Users may create files in new folders of this place: one who put a journal beside the database would have
+/// it played into it. A service that may not give the folder away could not use it afterwards.
+void KeepForTheSystem(const Text& folder) {
+    const Text system = LocalSystemUsername();
+    if (SetOwner(folder, system) != 0) return;
+    ReplacePermissions(folder, {system, AdministratorsGroupName()}, kFullAccess);
+    AddPermission(folder, EveryoneGroupName(), kReadAndExecute);
 }
 
 /// Journals of a database that was deleted by hand would be played into the one that takes its place.
@@ -70,6 +80,7 @@ void LocalDatabase::CreateFromTemplate(const Text& path) const {
         throw Error(kErrorTemplateMissing, kInitializeDatabase, "Cannot find \"" + source + "\".");
     Log("Database does not exist, copying from template");
     CreateFolder(FolderOf(path));
+    KeepForTheSystem(FolderOf(path));
     CopyDatabase(source, path);
 }
 

@@ -88,6 +88,8 @@ class Service(StartUp):
         self.assertEqual(workstation.log_entries(second)[-2:],
                          [("Service", "Service is already running"), ("Service", "Terminating with return value #1")])
         self.assertEqual(workstation.query("SELECT DatabaseVersion, ServerAddress FROM Settings"), [(None, None)])
+        rights = host.rights(workstation.database.parent)
+        self.assertLessEqual({host.ADMINISTRATOR: "rwx", "other": "r-x"}.items(), rights.items())
 
     @host.needs("a manager that sees a service die")
     def test_service_in_debug_mode_after_a_killed_one(self):
