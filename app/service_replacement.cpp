@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::int64_t kLongestWait = 60000;
 constexpr std::int64_t kWaitStep = 1000;
+constexpr std::int64_t kLongestHold = 10000;
 
 // Beside the target while it is replaced: the new program until it is whole, the old one until the new one
 // runs.
@@ -28,6 +29,22 @@ constexpr TextView kPrevious = ".previous";
 bool IsServiceThere() {
     const platform::ServiceState state = GetServiceStatus();
     return state != platform::ServiceState::Stopped && state != platform::ServiceState::NotInstalled;
+}
+
+/// Held by whoever starts the program just now, or by a scanner that looks through it.
+bool IsHeldBySomebody(int code) {
+    constexpr int kAccessDenied = 5, kSharingViolation = 32, kLockViolation = 33;
+    return code == kAccessDenied || code == kSharingViolation || code == kLockViolation;
+}
+
+/// Some tries, since the wait for the end of all old programs may have ended before somebody started another.
+int MoveIntoPlace(const Text& source, const Text& target) {
+    const std::uint64_t start = GetTickCountEx();
+    for (;;) {
+        const int code = platform::MoveFileTo(source, target);
+        if (!IsHeldBySomebody(code) || CheckTickCountEx(start, kLongestHold)) return code;
+        WaitTicks(kWaitStep);
+    }
 }
 
 }  // namespace
@@ -94,7 +111,7 @@ int ServiceReplacement::Replace() const {
     if (const int code = platform::CopyFileTo(Self(), Beside(kNew)); code != 0) return code;
     if (FileExists(m_target))
         if (const int code = platform::CopyFileTo(m_target, Beside(kPrevious)); code != 0) return code;
-    return platform::MoveFileTo(Beside(kNew), m_target);
+    return MoveIntoPlace(Beside(kNew), m_target);
 }
 
 /// The previous version stays beside the target for as long as it may still be needed.
@@ -102,7 +119,7 @@ bool ServiceReplacement::GoBack() const {
     if (!FileExists(Beside(kPrevious))) return false;
     Log("The new version does not start, going back to the previous one");
     WaitForTarget();
-    if (const int code = platform::MoveFileTo(Beside(kPrevious), m_target); code != 0) {
+    if (const int code = MoveIntoPlace(Beside(kPrevious), m_target); code != 0) {
         Log("    Error " + NumberText(code) + ": " + GetErrorString(code));
         return false;
     }

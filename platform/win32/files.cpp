@@ -21,6 +21,22 @@ int FlushToDisk(const std::wstring& path) {
     return file ? CodeOf(FlushFileBuffers(file.get())) : 0;
 }
 
+bool IsHeldBySomebody(int code) {
+    return code == ERROR_ACCESS_DENIED || code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION;
+}
+
+/// A scanner or the shell that looks at either of the files just now is done with it in a moment.
+int Replace(const std::wstring& from, const std::wstring& to) {
+    constexpr int kTries = 5;
+    constexpr DWORD kMilliseconds = 50;
+    for (int tries = 1;; ++tries) {
+        const int code =
+            CodeOf(MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+        if (!IsHeldBySomebody(code) || tries == kTries) return code;
+        Sleep(kMilliseconds);
+    }
+}
+
 }  // namespace
 
 bool FileExists(const Text& path) {
@@ -44,8 +60,7 @@ int MoveFileTo(const Text& source, const Text& destination) {
     const std::wstring from = LongPath(source);
     // On the disk before it takes the name: a power cut must not leave the new name with nothing behind it.
     if (const int code = FlushToDisk(from); code != 0) return code;
-    return CodeOf(MoveFileExW(from.c_str(), LongPath(destination).c_str(),
-                              MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+    return Replace(from, LongPath(destination));
 }
 
 int DeleteFileAt(const Text& path) {
