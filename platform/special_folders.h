@@ -15,9 +15,10 @@ enum class SpecialFolder {
     Windows = 36,
     System = 37,
     ProgramFiles = 38,
+    ProgramFilesX86 = 42,  ///< of 32-bit programs on a 64-bit system
 };
 
-/// File-system path of the folder; empty when the system has none.
+/// File-system path of the folder, ending with a separator; empty when the system has none.
 Text SpecialFolderPath(SpecialFolder folder);
 
 }  // namespace rvl::platform

@@ -72,6 +72,10 @@ Text ProgramFilesPath() {
     return DirExists(path) ? WithTrailingBackslash(path) : path;
 }
 
+Text ProgramFilesX86Path() {
+    return GetSpecialFolder(SpecialFolder::ProgramFilesX86);
+}
+
 Text DesktopPath() {
     return GetSpecialFolder(SpecialFolder::Desktop);
 }

@@ -10,6 +10,7 @@ Text AllUsersPath();
 Text CommonAppDataPath();
 Text UserLocalSettingsAppDataPath();
 Text ProgramFilesPath();
+Text ProgramFilesX86Path();  ///< of 32-bit programs, empty when the system has none of its own for them
 
 // The user's own, empty when the system has none.
 Text DesktopPath();

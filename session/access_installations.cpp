@@ -24,6 +24,13 @@ Text RegistryText(RegistryRoot root, const Text& key, const Text& name = "") {
     return registry.TextValue();
 }
 
+/// Below the key of all programs. A 64-bit system keeps apart what 32-bit programs store there.
+Text SoftwareText(const Text& key, const Text& name = "") {
+    for (const char* all : {"SOFTWARE\\", "SOFTWARE\\Wow6432Node\\"})
+        if (Text text = RegistryText(RegistryRoot::LocalMachine, all + key, name); !text.empty()) return text;
+    return "";
+}
+
 /// The quoted program at the head of the command that opens a database.
 Text FromOpenCommand(const Text& version) {
     const Text command =
@@ -33,29 +40,34 @@ Text FromOpenCommand(const Text& version) {
 }
 
 Text FromInstallRoot(const Text& version) {
-    const Text folder =
-        RegistryText(RegistryRoot::LocalMachine,
-                     "SOFTWARE\\Microsoft\\Office\\" + version + ".0\\Common\\InstallRoot", "Path");
+    const Text folder = SoftwareText("Microsoft\\Office\\" + version + ".0\\Common\\InstallRoot", "Path");
     return folder.empty() ? Text() : WithTrailingBackslash(folder) + kProgram;
 }
 
 Text FromClassId(const Text& version) {
-    const Text classId = RegistryText(RegistryRoot::LocalMachine,
-                                      "SOFTWARE\\Classes\\Access.Application." + version + "\\CLSID");
-    if (classId.empty()) return "";
-    return RegistryText(RegistryRoot::LocalMachine,
-                        "Software\\Classes\\CLSID\\" + classId + "\\LocalServer32");
+    const Text classId = SoftwareText("Classes\\Access.Application." + version + "\\CLSID");
+    return classId.empty() ? "" : SoftwareText("Classes\\CLSID\\" + classId + "\\LocalServer32");
+}
+
+Text BelowProgramFiles(const Text& programFiles, const Text& version) {
+    return programFiles + "Microsoft Office\\Office" + version + "\\" + kProgram;
 }
 
 Text FromProgramFiles(const Text& version) {
-    return ProgramFilesPath() + "Microsoft Office\\Office" + version + "\\" + kProgram;
+    return BelowProgramFiles(ProgramFilesPath(), version);
+}
+
+Text FromProgramFilesX86(const Text& version) {
+    const Text folder = ProgramFilesX86Path();
+    return folder.empty() ? "" : BelowProgramFiles(folder, version);
 }
 
 }  // namespace
 
 Text FindAccessLocation(std::int32_t version) try {
     const Text number = NumberText(version);
-    for (const auto source : {FromOpenCommand, FromInstallRoot, FromClassId, FromProgramFiles}) {
+    for (const auto source :
+         {FromOpenCommand, FromInstallRoot, FromClassId, FromProgramFiles, FromProgramFilesX86}) {
         Text path = source(number);
         if (!path.empty() && FileExists(path)) return path;
     }

@@ -31,6 +31,8 @@ Text SpecialFolderPath(SpecialFolder folder) {
             return "C:\\Windows\\System32\\";
         case SpecialFolder::ProgramFiles:
             return "C:\\Program Files\\";
+        case SpecialFolder::ProgramFilesX86:
+            return "C:\\Program Files (x86)\\";
     }
     return "";
 }

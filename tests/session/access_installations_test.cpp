@@ -78,23 +78,26 @@ TEST_F(AccessInstallations, TheBestProgramForADatabase) {
 /// The first rule that names an existing file wins; each row adds its value to those before it.
 TEST_F(AccessInstallations, WhereAProgramIsFound) {
     Install("9");
-    for (const char* folder : {"class", "root", "command"})
+    for (const char* folder : {"class", "root32", "root", "command"})
         test::WriteHostFile((HostFolder() / folder / "MSACCESS.EXE").string(), "");
     const struct {
         RegistryRoot root;
         Text key, name, data, found;
-    } rows[] = {{RegistryRoot::LocalMachine, "Software\\Classes\\CLSID\\{A}\\LocalServer32", "",
-                 "C:\\test\\class\\MSACCESS.EXE", Text(kOffice) + "9\\MSACCESS.EXE"},
-                {RegistryRoot::LocalMachine, "SOFTWARE\\Classes\\Access.Application.9\\CLSID", "", "{A}",
-                 "C:\\test\\class\\MSACCESS.EXE"},
-                {RegistryRoot::LocalMachine, "SOFTWARE\\Microsoft\\Office\\9.0\\Common\\InstallRoot", "Path",
-                 "C:\\test\\gone", "C:\\test\\class\\MSACCESS.EXE"},
-                {RegistryRoot::LocalMachine, "SOFTWARE\\Microsoft\\Office\\9.0\\Common\\InstallRoot", "Path",
-                 "C:\\test\\root", "C:\\test\\root\\MSACCESS.EXE"},
-                {RegistryRoot::ClassesRoot, "Access.Application.9\\shell\\open\\command", "",
-                 "C:\\test\\command\\MSACCESS.EXE \"%1\"", "C:\\test\\root\\MSACCESS.EXE"},
-                {RegistryRoot::ClassesRoot, "Access.Application.9\\shell\\open\\command", "",
-                 "\"C:\\test\\command\\MSACCESS.EXE\" \"%1\"", "C:\\test\\command\\MSACCESS.EXE"}};
+    } rows[] = {
+        {RegistryRoot::LocalMachine, "Software\\Classes\\CLSID\\{A}\\LocalServer32", "",
+         "C:\\test\\class\\MSACCESS.EXE", Text(kOffice) + "9\\MSACCESS.EXE"},
+        {RegistryRoot::LocalMachine, "SOFTWARE\\Classes\\Access.Application.9\\CLSID", "", "{A}",
+         "C:\\test\\class\\MSACCESS.EXE"},
+        {RegistryRoot::LocalMachine, "SOFTWARE\\Wow6432Node\\Microsoft\\Office\\9.0\\Common\\InstallRoot",
+         "Path", "C:\\test\\root32", "C:\\test\\root32\\MSACCESS.EXE"},
+        {RegistryRoot::LocalMachine, "SOFTWARE\\Microsoft\\Office\\9.0\\Common\\InstallRoot", "Path",
+         "C:\\test\\gone", "C:\\test\\class\\MSACCESS.EXE"},
+        {RegistryRoot::LocalMachine, "SOFTWARE\\Microsoft\\Office\\9.0\\Common\\InstallRoot", "Path",
+         "C:\\test\\root", "C:\\test\\root\\MSACCESS.EXE"},
+        {RegistryRoot::ClassesRoot, "Access.Application.9\\shell\\open\\command", "",
+         "C:\\test\\command\\MSACCESS.EXE \"%1\"", "C:\\test\\root\\MSACCESS.EXE"},
+        {RegistryRoot::ClassesRoot, "Access.Application.9\\shell\\open\\command", "",
+         "\"C:\\test\\command\\MSACCESS.EXE\" \"%1\"", "C:\\test\\command\\MSACCESS.EXE"}};
     for (const auto& [root, key, name, data, found] : rows) {
         platform::WriteRegistry(root, key, name, data);
         EXPECT_EQ(FindAccessLocation(9), found);
