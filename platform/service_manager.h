@@ -37,7 +37,8 @@ int RegisterService(const ServiceDescription& description);
 /// The service goes at once, or is marked for deletion until it ends. Nobody stops it.
 int UnregisterService(const Text& name);
 
-/// Starts the registered command line and waits, at most some ten seconds, until it is the running service.
+/// Starts the registered command line and waits until it is the running service: at most some ten seconds, or
+/// as long as it tells the manager that its next step may take.
 int LaunchService(const Text& name);
 
 /// Asks the service to stop; does not wait for it.

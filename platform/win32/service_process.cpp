@@ -67,6 +67,7 @@ ServiceStart StartServiceProcess(const Text& serviceName, ServiceEvents events) 
     const ServiceStart begun = BeginService(serviceName);
     if (begun == ServiceStart::Started)
         PostEvent([] {
+            AdvanceServiceStatus(SERVICE_START_PENDING);  // a step of its own, which may take as long again
             g_events.start();
             AdvanceServiceStatus(SERVICE_RUNNING);
         });

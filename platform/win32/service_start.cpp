@@ -1,5 +1,7 @@
 #include "platform/win32/service_start.h"
 
+#include <algorithm>
+
 #include "platform/service_manager.h"
 #include "platform/win32/service_handle.h"
 #include "platform/win32/unique_handle.h"
@@ -7,8 +9,24 @@
 namespace rvl::platform {
 namespace {
 
-constexpr ULONGLONG kStartTime = 10000;
 constexpr DWORD kNap = 20;
+
+/// A service says how long its next step may take, and takes one after another.
+class Patience {
+ public:
+    bool IsOver(const SERVICE_STATUS_PROCESS& status) {
+        constexpr ULONGLONG kLeast = 10000, kMost = 90000;  // in all
+        const ULONGLONG now = GetTickCount64();
+        if (status.dwCheckPoint != m_step) m_stepBegan = now;
+        m_step = status.dwCheckPoint;
+        return now - m_stepBegan >= std::max<ULONGLONG>(kLeast, status.dwWaitHint) || now - m_began >= kMost;
+    }
+
+ private:
+    const ULONGLONG m_began = GetTickCount64();
+    ULONGLONG m_stepBegan = m_began;
+    DWORD m_step = 0;
+};
 
 /// A service that found another one running says so; how else it ended is its own matter.
 int ReasonOfEnd(const SERVICE_STATUS_PROCESS& status) {
@@ -28,14 +46,14 @@ void EndProcessOf(SC_HANDLE service, DWORD id) {
 }  // namespace
 
 int AwaitRunningService(SC_HANDLE service) {
-    const ULONGLONG deadline = GetTickCount64() + kStartTime;
+    Patience patience;
     SERVICE_STATUS_PROCESS status{};
     do {
         if (const int code = QueryServiceProcess(service, status); code != 0) return code;
         if (status.dwCurrentState == SERVICE_STOPPED) return ReasonOfEnd(status);
         if (status.dwCurrentState != SERVICE_START_PENDING) return 0;
         Sleep(kNap);
-    } while (GetTickCount64() < deadline);
+    } while (!patience.IsOver(status));
     if (status.dwProcessId != 0) EndProcessOf(service, status.dwProcessId);
     return kServiceNotInTime;
 }
