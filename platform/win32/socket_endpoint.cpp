@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/event_loop.h"
+#include "platform/win32/socket_parting.h"
 #include "platform/win32/socket_watch.h"
 
 namespace rvl::platform {
@@ -64,7 +65,7 @@ struct SocketEndpoint::Impl : std::enable_shared_from_this<SocketEndpoint::Impl>
         watch.reset();
         rest.reset();
         notify = nullptr;
-        if (socket != INVALID_SOCKET) closesocket(std::exchange(socket, INVALID_SOCKET));
+        if (socket != INVALID_SOCKET) PartFrom(std::exchange(socket, INVALID_SOCKET));
         writableWanted = false;
     }
 
@@ -123,7 +124,11 @@ struct SocketEndpoint::Impl : std::enable_shared_from_this<SocketEndpoint::Impl>
         socket = opened;
         protocol = kind;
         u_long nonBlocking = 1;
-        ioctlsocket(socket, static_cast<long>(FIONBIO), &nonBlocking);
+        if (const int code = ResultOf(ioctlsocket(socket, static_cast<long>(FIONBIO), &nonBlocking));
+            code != 0) {
+            Close();
+            return code;
+        }
         // Requests and replies alternate: waiting to fill a segment would cost a round-trip each time.
         if (kind == Protocol::Tcp) SetOption(socket, IPPROTO_TCP, TCP_NODELAY, TRUE);
         if (kind == Protocol::Udp) IgnoreUnreachablePeers(socket);
@@ -240,6 +245,7 @@ int StartSocketLibrary() {
 }
 
 void EndSocketLibrary() {
+    EndPartings();
     WSACleanup();
 }
 
