@@ -90,11 +90,13 @@ Var PreviousProgram ; whose service comes back when the new one fails; empty whe
     System::Call 'kernel32::CreateMutexW(p 0, i 0, w "Global\RVLClientSetup") p ?e'
     Pop $0
     ${If} $0 = 183 ; ERROR_ALREADY_EXISTS
+    ${OrIf} $0 = 5 ; of an account that lets nobody else have it
         ${Say} "Another setup is at work"
         MessageBox MB_OK|MB_ICONSTOP "Another setup of ${TITLE} is at work." /SD IDOK
         SetErrorLevel ${EXIT_OTHER_SETUP}
         Quit
     ${EndIf}
+    !insertmacro EnableDebugPrivilege
 !macroend
 
 Function .onInit
@@ -184,7 +186,10 @@ Function DecideReplacement
     ${IfNot} ${Silent}
         ${IfThen} $5 = 0 ${|} Return ${|}
         MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "The installed program is newer than version ${VERSION} of \
-            this setup. Do you want to replace it?" IDNO +2
+            this setup. Do you want to replace it?" IDYES replace
+        Call InstallService
+        StrCpy $9 0
+        replace:
         Return
     ${EndIf}
     ${Say} "The installed program is as new as version ${VERSION}, or newer: it stays if its service runs"
@@ -317,7 +322,10 @@ Function un.RemoveService
         Call un.DeleteService
         Call un.QueryService
     ${EndIf}
-    ${If} $ServiceState <> ${SERVICE_MISSING}
+    ${If} $ServiceState = ${SERVICE_STOPPED}
+    ${AndIf} $3 = ${ERROR_SERVICE_MARKED_FOR_DELETE}
+        ${Say} "The service goes when the last program that looks at it closes, or with the next start"
+    ${ElseIf} $ServiceState <> ${SERVICE_MISSING}
         ${Fail} ${EXIT_NOTHING_DONE} "The service cannot be removed. ${TITLE} stays installed."
     ${EndIf}
     DeleteRegKey HKLM "${EVENT_KEY}"

@@ -3,11 +3,24 @@
 !include WinMessages.nsh
 
 !define TH32CS_SNAPPROCESS 2
+!define TOKEN_ADJUST_PRIVILEGES 0x0020
+!define SE_PRIVILEGE_ENABLED 2
 !define PROCESS_TERMINATE 0x0001
 !define PROCESS_QUERY_LIMITED_INFORMATION 0x1000
 
 Var Processes ; how many were found
 Var Terminating
+
+; With it an administrator may open the processes of other users as well.
+!macro EnableDebugPrivilege
+    System::Call 'advapi32::OpenProcessToken(p -1, i ${TOKEN_ADJUST_PRIVILEGES}, *p .r0)'
+    System::Call '*(i 1, i 0, i 0, i ${SE_PRIVILEGE_ENABLED}) p .r1' ; TOKEN_PRIVILEGES
+    IntPtrOp $2 $1 + 4 ; its LUID
+    System::Call 'advapi32::LookupPrivilegeValueW(p 0, w "SeDebugPrivilege", p r2)'
+    System::Call 'advapi32::AdjustTokenPrivileges(p r0, i 0, p r1, i 0, p 0, p 0)'
+    System::Free $1
+    System::Call 'kernel32::CloseHandle(p r0)'
+!macroend
 
 !macro DefineProcesses un
     ; $2 is a process id: $5 is its open handle when it is one of ours, otherwise 0.

@@ -14,6 +14,7 @@
 !define DELETE_ACCESS 0x10000
 !define SYNCHRONIZE 0x100000
 !define ERROR_SERVICE_DOES_NOT_EXIST 1060
+!define ERROR_SERVICE_MARKED_FOR_DELETE 1072
 
 Var ServiceState ; what the manager says; 0 when there is no service, -1 when the manager does not tell
 Var ServiceProcess
@@ -112,9 +113,10 @@ Function MayInstallServices
     System::Call 'advapi32::CloseServiceHandle(p r0)'
 FunctionEnd
 
-; What the program's own removal may have left.
+; What the program's own removal may have left: $3 is the error.
 Function un.DeleteService
     !insertmacro OpenService ${DELETE_ACCESS}
-    System::Call 'advapi32::DeleteService(p r1)'
+    System::Call 'advapi32::DeleteService(p r1) ?e'
+    Pop $3
     !insertmacro CloseService
 FunctionEnd
