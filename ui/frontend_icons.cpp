@@ -26,15 +26,25 @@ int AddPicture(wxImageList& images, const wxBitmap& picture) {
 
 FrontendIcons::FrontendIcons(wxWindow* parent) : FrontendList(parent, wxLC_NO_HEADER) {
     AppendColumn("Front end");
-    const int size = FromDIP(kIconSize + 2 * kMargin);
-    auto images = std::make_unique<wxImageList>(size, size);
-    AddPicture(*images, FrontendPicture(FromDIP(kIconSize)));  // the first one gives the rows their height
-    AssignImageList(images.release(), wxIMAGE_LIST_SMALL);
+    MakeImages();
+    Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
+        event.Skip();
+        MakeImages();
+    });
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         event.Skip();
         SpreadColumns();
     });
     Bind(wxEVT_MOTION, &FrontendIcons::ShowToolTip, this);
+}
+
+/// In the scaling of the screen that shows the list.
+void FrontendIcons::MakeImages() {
+    const int size = FromDIP(kIconSize + 2 * kMargin);
+    auto images = std::make_unique<wxImageList>(size, size);
+    AddPicture(*images, FrontendPicture(FromDIP(kIconSize)));  // the first one gives the rows their height
+    AssignImageList(images.release(), wxIMAGE_LIST_SMALL);
+    m_icons.clear();
 }
 
 void FrontendIcons::Emptied() {

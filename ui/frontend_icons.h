@@ -17,6 +17,7 @@ class FrontendIcons : public FrontendList {
     wxString OnGetItemText(long index, long column) const override;
     int OnGetItemImage(long index) const override;
 
+    void MakeImages();
     int LoadedIcon(const Text& path) const;
     void ShowToolTip(wxMouseEvent& event);
 

@@ -33,6 +33,8 @@ PixelRectangle WindowPlace::NormalRectangle() const {
 
 void WindowPlace::SetNormalRectangle(const PixelRectangle& rectangle) {
     m_normal = wxRect(rectangle.left, rectangle.top, rectangle.width, rectangle.height);
+    // First there, since a window that comes to a screen of another scaling is scaled with it.
+    m_window.Move(m_normal.GetPosition());
     m_window.SetSize(m_normal);
 }
 

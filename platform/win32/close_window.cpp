@@ -24,7 +24,7 @@ void PostQuit(WindowHandle window) {
 }
 
 void TerminateProcessOf(WindowHandle window) {
-    constexpr UINT kExitCode = 1;
+    constexpr auto kExitCode = static_cast<UINT>(-1);
     const DWORD processId = WindowProcessId(window);
     const UniqueHandle process(processId != 0 ? OpenProcess(PROCESS_TERMINATE, FALSE, processId) : nullptr);
     if (process) TerminateProcess(process.get(), kExitCode);

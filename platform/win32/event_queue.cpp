@@ -6,7 +6,9 @@
 #include <mutex>
 #include <utility>
 
+#include "platform/error.h"
 #include "platform/event_loop.h"
+#include "platform/win32/unique_handle.h"
 
 namespace rvl::platform {
 namespace {
@@ -92,6 +94,7 @@ HWND CreateNotificationWindow() {
     RegisterClassExW(&windowClass);
     HWND window = CreateWindowExW(0, windowClass.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                   windowClass.hInstance, nullptr);
+    if (window == nullptr) throw Error(LastError(), "EventLoop", "Failed to create MessageWindow");
     PostedEvents::Instance().Receive(window);
     return window;
 }

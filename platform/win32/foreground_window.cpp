@@ -28,9 +28,8 @@ class SharedInput {
 };
 
 bool GiveKeyboard(HWND window, HWND foreground) {
-    if (SetForegroundWindow(window)) return true;
-    const SharedInput shared(foreground);
-    return SetForegroundWindow(window) != FALSE;
+    const SharedInput shared(foreground);  // first: a refused request makes the taskbar flash
+    return SetForegroundWindow(window) || GetForegroundWindow() == window;
 }
 
 }  // namespace

@@ -42,10 +42,14 @@ Text UserName() {
     return GetUserNameW(name.data(), &size) ? TextOrEmpty(name.data()) : "";
 }
 
+/// Asked once: every new connection tells it, and a domain that cannot be reached takes its time to say so.
 /// The directory of the domain does not know the workstation's own accounts.
 Text AccountFullName() {
-    if (Text name = NameOfUser(NameDisplay); !name.empty()) return name;
-    return IsLocalAccount() ? FullNameOfLocalUser(UserName()) : "";
+    static const Text name = [] {
+        const Text display = NameOfUser(NameDisplay);
+        return display.empty() && IsLocalAccount() ? FullNameOfLocalUser(UserName()) : display;
+    }();
+    return name;
 }
 
 Text FullUserNameSam() {

@@ -45,6 +45,13 @@ bool IsOfTrustedAccount(HANDLE link) {
            IsOwnAccount(owner);
 }
 
+/// Of a file with a tag, which not every file system can be asked for.
+bool LeadsElsewhere(HANDLE file) {
+    FILE_ATTRIBUTE_TAG_INFO info{};
+    return GetFileInformationByHandleEx(file, FileAttributeTagInfo, &info, sizeof info) &&
+           IsReparseTagNameSurrogate(info.ReparseTag);
+}
+
 }  // namespace
 
 int SecuredFile::Open(const Text& path, DWORD access) {
@@ -65,11 +72,10 @@ int SecuredFile::OpenStep(const Text& path, DWORD access, DWORD flags, bool& isL
         OwnHandle(CreateFileW(LongPath(path).c_str(), access | READ_CONTROL | FILE_READ_ATTRIBUTES, kShareAll,
                               nullptr, OPEN_EXISTING, flags | FILE_FLAG_BACKUP_SEMANTICS, nullptr));
     if (!m_handle) return LastError();
-    FILE_ATTRIBUTE_TAG_INFO info{};
-    if (!GetFileInformationByHandleEx(Handle(), FileAttributeTagInfo, &info, sizeof info)) return LastError();
-    m_isFolder = (info.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    isLink = (info.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-             IsReparseTagNameSurrogate(info.ReparseTag);
+    BY_HANDLE_FILE_INFORMATION info{};
+    if (!GetFileInformationByHandle(Handle(), &info)) return LastError();
+    m_isFolder = (info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    isLink = (info.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && LeadsElsewhere(Handle());
     return 0;
 }
 

@@ -2,7 +2,7 @@
 
 namespace rvl::test {
 
-const std::uint32_t kExitCodeOfQuit = 0, kExitCodeOfKill = 1;
+const std::uint32_t kExitCodeOfQuit = 0, kExitCodeOfKill = 0xFFFFFFFF;
 const int kHangIgnores = 2;  // a quit is for the program to read
 
 void OrderMsaccess(platform::WindowHandle window, const std::string& order) {
