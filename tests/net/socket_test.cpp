@@ -69,6 +69,17 @@ TEST_F(SocketTest, EventsOfOneConnection) {
     EXPECT_EQ(pair.listener.sink.trace, "4 Listening|ConnectionRequest|");
 }
 
+/// Who turns somebody away does not read what comes in meanwhile.
+TEST_F(SocketTest, WhatWasSentArrivesAlsoFromOneThatDoesNotListen) {
+    ASSERT_TRUE(pair.Connect());
+    client.socket->SendData(NumberedBytes(5000));
+    server.socket->SendData("no");
+    server.socket->Reset();
+    client.socket->SendData("more");
+    ASSERT_TRUE(RunUntil([&] { return client.sink.Has("Closed"); }));
+    EXPECT_EQ(client.sink.received, "no");
+}
+
 TEST_F(SocketTest, ConnectsThatFail) {
     const ClosedPort closed;
     const std::pair<Text, Text> rows[] = {
