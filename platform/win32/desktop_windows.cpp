@@ -80,6 +80,6 @@ void SetWindowProperty(WindowHandle window, const char* name, std::uint32_t valu
 }
 
 /// The system tells of the end of the session (session_end.h); before that no desktop goes away.
-void OnDesktopLost(std::function<void()>) {}
+void OnDesktopLost(std::function<void()>) {}  // NOLINT(performance-unnecessary-value-param): others keep it
 
 }  // namespace rvl::platform

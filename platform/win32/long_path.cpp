@@ -21,7 +21,7 @@ bool IsOnShare(const std::wstring& absolute) {
 std::wstring LongPath(const Text& path) {
     // A call would read it up to the NUL and find another file; it refuses the empty one.
     if (path.find('\0') != Text::npos) return {};
-    const std::wstring absolute = AbsolutePath(Wide(path));
+    std::wstring absolute = AbsolutePath(Wide(path));
     if (absolute.empty()) return Wide(path);
     if (IsOnDrive(absolute)) return L"\\\\?\\" + absolute;
     if (IsOnShare(absolute)) return L"\\\\?\\UNC" + absolute.substr(1);

@@ -33,7 +33,7 @@ bool RunOnThread(std::function<void()> work) {
     KeepThisModule();
     auto owned = std::make_unique<Work>(std::move(work));
     const UniqueHandle thread(CreateThread(nullptr, 0, Run, owned.get(), 0, nullptr));
-    if (thread) owned.release();  // the thread's
+    if (thread) static_cast<void>(owned.release());  // the thread's
     return thread != nullptr;
 }
 

@@ -88,7 +88,7 @@ StandardInput::StandardInput(Events events) : m_impl(std::make_unique<Impl>()) {
     auto context = std::make_unique<std::shared_ptr<Delivery>>(m_impl->delivery);
     m_impl->reader.reset(CreateThread(nullptr, 0, ReadLines, context.get(), 0, nullptr));
     if (m_impl->reader)
-        context.release();  // the thread's own now
+        static_cast<void>(context.release());  // the thread's own now
     else
         Post(m_impl->delivery, std::nullopt);
 }
