@@ -23,6 +23,11 @@ FrontendList::FrontendList(wxWindow* parent, long look)
         if (selects && GetFocusedItem() != -1) Select(GetFocusedItem());
         event.Skip(!selects);
     });
+    Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
+        event.Skip();
+        ForgetWidths();
+        CallAfter([this] { FitColumns(); });
+    });
     Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent& event) { Tell(m_activated, event.GetIndex()); });
     Bind(wxEVT_LIST_ITEM_SELECTED, [this](wxListEvent& event) {
         const FrontendItem* const item = ItemAt(event.GetIndex());
@@ -45,16 +50,16 @@ void FrontendList::Clear() {
     Change();
     DeleteAllItems();
     m_items.clear();
+    ForgetWidths();
     Emptied();
 }
 
 void FrontendList::Add(const FrontendItem& item) {
     Change();
     const long index = IndexOf(item.frontendId);
-    if (index == wxNOT_FOUND)
-        m_items.push_back(item);
-    else
-        m_items[static_cast<std::size_t>(index)] = item;
+    if (index == wxNOT_FOUND) return m_items.push_back(item);
+    m_items[static_cast<std::size_t>(index)] = item;
+    ForgetWidths();
 }
 
 void FrontendList::Remove(std::int32_t frontendId) {
@@ -62,6 +67,7 @@ void FrontendList::Remove(std::int32_t frontendId) {
     if (index == wxNOT_FOUND) return;
     Change();
     m_items.erase(m_items.begin() + index);
+    ForgetWidths();
     if (index < GetItemCount()) DeleteItem(index);
     if (m_selectedId == frontendId) m_selectedId = 0;
 }
@@ -79,7 +85,6 @@ void FrontendList::FinishBatch() {
     SetItemCount(Count());
     Refresh();
     SelectAgain();
-    m_widest.clear();
     FitColumns();
     Thaw();
     if (m_updated) m_updated();
@@ -96,33 +101,52 @@ void FrontendList::SelectAgain() {
 }
 
 void FrontendList::FitColumns() {
-    if (!m_widest.empty() || !IsShownOnScreen()) return;
-    for (int column = 0; column < GetColumnCount(); ++column)
-        m_widest.push_back(WidestIn(column));
+    if (!IsShownOnScreen()) return;
+    if (m_widest.empty()) MeasureTitles();
+    MeasureNewRows();
     SpreadColumns();
 }
 
-/// The toolkit's own measure is not taken again when an item comes or changes.
-int FrontendList::WidestIn(int column) const {
+void FrontendList::ForgetWidths() {
+    m_widest.clear();
+    m_measured = 0;
+}
+
+void FrontendList::MeasureTitles() {
     wxListItem title;
     title.SetMask(wxLIST_MASK_TEXT);
-    GetColumn(column, title);
-    int widest = GetTextExtent(title.GetText()).GetWidth();
-    for (long index = 0; index < Count(); ++index)
-        widest = std::max(widest, GetTextExtent(OnGetItemText(index, column)).GetWidth());
-    widest = std::min(widest, GetCharWidth() * kMostCharacters);  // one long name is not all there is to see
+    for (int column = 0; column < GetColumnCount(); ++column) {
+        GetColumn(column, title);
+        m_widest.push_back(GetTextExtent(title.GetText()).GetWidth());
+    }
+}
+
+/// The toolkit's own measure is not taken again when an item comes or changes. Every row is measured once,
+/// since a long list comes in many batches.
+void FrontendList::MeasureNewRows() {
+    for (; m_measured < Count(); ++m_measured)
+        for (int column = 0; column < GetColumnCount(); ++column) {
+            int& widest = m_widest[static_cast<std::size_t>(column)];
+            widest = std::max(widest, GetTextExtent(OnGetItemText(m_measured, column)).GetWidth());
+        }
+}
+
+int FrontendList::WidthOf(int column) const {
+    const int most = GetCharWidth() * kMostCharacters;  // one long name is not all there is to see
+    const int content = std::min(m_widest[static_cast<std::size_t>(column)], most);
     const wxImageList* const images = GetImageList(wxIMAGE_LIST_SMALL);
-    return widest + FromDIP(kCellMargin) + (images == nullptr ? 0 : images->GetSize().GetWidth());
+    return content + FromDIP(kCellMargin) + (images == nullptr ? 0 : images->GetSize().GetWidth());
 }
 
 /// The last one over the rest of the list, so that its rows can be hit anywhere.
 void FrontendList::SpreadColumns() {
+    if (m_widest.empty()) return;
     int left = GetClientSize().GetWidth() - wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
-    int column = 0;
-    for (const int widest : m_widest) {
+    for (int column = 0; column < GetColumnCount(); ++column) {
+        const int width = WidthOf(column);
         const bool last = column + 1 == GetColumnCount();
-        SetColumnWidth(column++, last ? std::max(widest, left) : widest);
-        left -= widest;
+        SetColumnWidth(column, last ? std::max(width, left) : width);
+        left -= width;
     }
 }
 

@@ -45,7 +45,10 @@ class FrontendList : public wxListView {
     void Change();
     void FinishBatch();
     void SelectAgain();
-    int WidestIn(int column) const;
+    void ForgetWidths();
+    void MeasureTitles();
+    void MeasureNewRows();
+    int WidthOf(int column) const;
     long IndexOf(std::int32_t frontendId) const;  ///< wxNOT_FOUND when it is not there
     long Count() const { return static_cast<long>(m_items.size()); }
     void Tell(const FrontendEvent& event, long index) const;
@@ -54,7 +57,8 @@ class FrontendList : public wxListView {
     std::int32_t m_selectedId = 0;
     FrontendEvent m_activated, m_selected;
     std::function<void()> m_updated;
-    std::vector<int> m_widest;  ///< content of each column; empty while it is not known
+    std::vector<int> m_widest;  ///< content of each column in pixels; empty while nothing is measured
+    long m_measured = 0;        ///< so many rows from the first
     OnceLater m_update;
 };
 
