@@ -11,21 +11,18 @@
 
 namespace rvl::platform {
 
-/// The system writes into the buffer until the lookup has completed or is cancelled.
+/// The system may be writing into the buffer until it says that the lookup has completed, also when nobody
+/// wants the answer any more.
 struct NameLookup::Impl {
     explicit Impl(Completion whenDone)
         : m_completion(std::move(whenDone)), m_done([this](WPARAM task, LPARAM result) {
               if (reinterpret_cast<HANDLE>(task) == m_task) Complete(WSAGETASYNCERROR(result));
           }) {}
 
-    ~Impl() {
-        if (m_task != nullptr) WSACancelAsyncRequest(m_task);
-    }
-
     void Begin(const std::shared_ptr<Impl>& self, HANDLE task) {
         m_task = task;
-        if (task != nullptr) return;
-        PostEvent([self, error = WSAGetLastError()] { self->Complete(error); });
+        m_self = self;
+        if (task == nullptr) PostEvent([self, error = WSAGetLastError()] { self->Complete(error); });
     }
 
     void Cancel() { m_completion = nullptr; }
@@ -40,11 +37,11 @@ struct NameLookup::Impl {
 
  private:
     void Complete(int error) {
+        const std::shared_ptr<Impl> alive = std::move(m_self);
         m_task = nullptr;
         if (error == 0) error = TakeAnswer();
         const Completion run = std::exchange(m_completion, nullptr);
-        const Text name = host;  // the completion may destroy this
-        if (run) run(error, name, address);
+        if (run) run(error, host, address);
     }
 
     int TakeAnswer() {
@@ -61,6 +58,7 @@ struct NameLookup::Impl {
     Completion m_completion;
     alignas(hostent) std::array<char, MAXGETHOSTSTRUCT> m_buffer{};
     HANDLE m_task = nullptr;
+    std::shared_ptr<Impl> m_self;  ///< while the lookup is under way
     Notification m_done;
 };
 
