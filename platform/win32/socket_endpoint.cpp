@@ -65,8 +65,10 @@ struct SocketEndpoint::Impl : std::enable_shared_from_this<SocketEndpoint::Impl>
         watch.reset();
         rest.reset();
         notify = nullptr;
-        if (socket != INVALID_SOCKET) PartFrom(std::exchange(socket, INVALID_SOCKET));
         writableWanted = false;
+        if (socket == INVALID_SOCKET) return;
+        const SOCKET closing = std::exchange(socket, INVALID_SOCKET);
+        protocol == Protocol::Tcp ? PartFrom(closing) : static_cast<void>(closesocket(closing));
     }
 
     void Raise(SocketNotification notification, int error = 0) {

@@ -10,13 +10,17 @@ namespace {
 
 constexpr std::uint64_t kPatience = 2000;
 
-/// Receives what nobody wants any more; false when the other end has closed.
+/// Receives what nobody wants any more; false when the other end has closed. One that sends without end is
+/// announced again.
 bool Drain(SOCKET connection) {
+    constexpr int kMostAtOnce = 16;
     char buffer[4096];
-    int count = 0;
-    while ((count = ::recv(connection, buffer, sizeof buffer, 0)) > 0) {
+    for (int times = 0; times < kMostAtOnce; ++times) {
+        const int count = ::recv(connection, buffer, sizeof buffer, 0);
+        if (count == 0) return false;
+        if (count == SOCKET_ERROR) return WSAGetLastError() == WSAEWOULDBLOCK;
     }
-    return count == SOCKET_ERROR && WSAGetLastError() == WSAEWOULDBLOCK;
+    return true;
 }
 
 /// Goes last of what belongs to a parting.
