@@ -25,6 +25,13 @@ bool AwaitMessage(std::uint32_t milliseconds) {
            WAIT_TIMEOUT;
 }
 
+/// The system hands these out only when nothing is posted, and so never before a mark that is: who waits for
+/// events over and over would find one there and never rest.
+void DispatchOneOfInputAndPainting() {
+    MSG message;
+    if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_INPUT | PM_QS_PAINT)) Dispatch(message);
+}
+
 }  // namespace
 
 void RunEventLoop() {
@@ -55,6 +62,7 @@ void ProcessPendingEvents() {
         if (message.message == WM_QUIT) return PostQuitMessage(static_cast<int>(message.wParam));
         Dispatch(message);
     }
+    DispatchOneOfInputAndPainting();
 }
 
 void WaitForEvents(std::uint32_t milliseconds) {
