@@ -80,7 +80,7 @@ class MessageDialog : public wxDialog {
  public:
     MessageDialog(const Text& prompt, int style, const Text& title)
         : wxDialog(nullptr, wxID_ANY, ToWx(title), wxDefaultPosition, wxDefaultSize,
-                   wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxDIALOG_NO_PARENT) {
+                   wxDEFAULT_DIALOG_STYLE | wxDIALOG_NO_PARENT | (IsLong(prompt) ? wxRESIZE_BORDER : 0)) {
         MakeIndependent(*this);
         SetIcons(ApplicationIcons());
         auto* all = new wxBoxSizer(wxVERTICAL);  // wx owns sizers and controls

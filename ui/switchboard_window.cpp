@@ -123,6 +123,7 @@ void SwitchboardWindow::EnableAdvanced(bool enabled) {
     m_advancedEnabled = enabled;
     m_tabs->SetPageText(static_cast<std::size_t>(IndexOf(Tab::Advanced)),
                         enabled ? kAdvanced : kAdvancedDisabled);
+    m_tabs->Refresh();  // also where the longer label was
     m_advanced->Enable(enabled);
     if (ShownTab() == Tab::Advanced) FocusList();
 }
