@@ -6,7 +6,8 @@
 
 namespace rvl::platform {
 
-/// Waits, at most some ten seconds, until a service that was just started runs. 0 or the code of the failure.
+/// Waits until a service that was just started runs, for as long as it gets on with its start. 0 or the code
+/// of the failure.
 int AwaitRunningService(SC_HANDLE service);
 
 }  // namespace rvl::platform
