@@ -3,12 +3,12 @@
 #include <utility>
 
 #include "app/service_control.h"
-#include "runtime/spawn_process.h"
 #include "app/update_mode.h"
 #include "app/update_state.h"
 #include "deploy/ntfs_permissions.h"
 #include "runtime/log_file.h"
 #include "runtime/process_state.h"
+#include "runtime/spawn_process.h"
 #include "runtime/system_information.h"
 #include "runtime/wait_ticks.h"
 #include "util/command_words.h"

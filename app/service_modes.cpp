@@ -3,10 +3,10 @@
 #include "app/event_source.h"
 #include "app/service_control.h"
 #include "app/service_installation.h"
-#include "runtime/tools_library.h"
 #include "runtime/log_file.h"
 #include "runtime/message_box.h"
 #include "runtime/process_state.h"
+#include "runtime/tools_library.h"
 #include "util/error_text.h"
 #include "util/scoped_state.h"
 

@@ -2,7 +2,6 @@
 
 #include "app/service_control.h"
 #include "app/service_replacement.h"
-#include "runtime/spawn_process.h"
 #include "app/update_state.h"
 #include "app/updated_service.h"
 #include "platform/process.h"
@@ -10,6 +9,7 @@
 #include "runtime/folders.h"
 #include "runtime/log_file.h"
 #include "runtime/process_state.h"
+#include "runtime/spawn_process.h"
 #include "runtime/system_information.h"
 #include "runtime/wait_ticks.h"
 #include "util/command_words.h"

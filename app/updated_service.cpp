@@ -1,10 +1,10 @@
 #include "app/updated_service.h"
 
 #include "app/service_control.h"
-#include "runtime/spawn_process.h"
 #include "app/update_state.h"
 #include "runtime/log_file.h"
 #include "runtime/process_state.h"
+#include "runtime/spawn_process.h"
 #include "runtime/system_information.h"
 #include "runtime/wait_ticks.h"
 #include "util/command_words.h"

@@ -1,4 +1,5 @@
-// Linked into the client in the place of runtime/process_state.cpp: the same program with a later version number.
+// Linked into the client in the place of runtime/process_state.cpp: the same program with a later version
+// number.
 
 #include "runtime/process_state.h"
 
